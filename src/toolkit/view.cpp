@@ -1,0 +1,1 @@
+// A view: a record of controls, known by name.
