@@ -15,6 +15,9 @@ struct VaelAnaView : View {
     // State of the view, read from outside by the accessors below.
     int ActiveWin = 0;  // window 0 or 1 that has the focus of the commands
     int UnitX = 0;      // axis unit of the cursor boxes
+    bool StatusFault = false;                 // the status line tells why a command ended
+    Colour StripInk = Rgb(50, 54, 60);        // of the axis strips: the desktop follows its palette
+    Colour StripBack = Rgb(239, 240, 241);
 
     // --- menus
     Menu mnuFile{*this, "mnuFile", "&File"};
