@@ -1,0 +1,110 @@
+// The NAX commands on graph rows: where a fit's peaks, curve and background go.
+#include "analysis/naxcommands.h"
+
+#include "analysis/peak.h"
+#include "core/fault.h"
+#include "core/frmlog.h"
+#include "core/frmvaelana.h"
+#include "core/graphs.h"
+#include "core/store.h"
+#include "core/windows.h"
+#include "toolkit/hand.h"
+
+#include <cmath>
+#include <memory>
+
+namespace vael {
+namespace {
+
+Talk FitTalk() {
+    Talk talk;
+    talk.log = [](std::string_view line) { PutLog(std::string(line)); };
+    talk.say = [](std::string_view text, std::string_view title) {
+        Say(std::string(text), std::string(title));
+    };
+    talk.breathe = [] { TheDesk().Breathe(); };
+    return talk;
+}
+
+NaxTarget TargetFor(int window, int slot) {
+    return {.Window = window,
+            .Slot = slot,
+            .Spectrum = Item(store.SpectrumDatas, slot),
+            .Peaks = Item(store.PeakTables, slot),
+            .Background = store.BackGroundBuf};
+}
+
+/// The slot that takes the fit curve of `source`, and its row; slot -1 where there is no room.
+struct FitPlace {
+    int Slot = -1;
+    int Row = -1;
+};
+
+FitPlace PlaceForFit(int source) {
+    if ((Item(store.PropertyRecords, source).Param.DerivedFlags & DERIVED_FIT) != 0)
+        return {source, RowOfSlot(source)};
+    if (const int row = RowOfName(NAME_FIT); row >= 0) return {GetGraphDataNo(row), row};
+    return {InsertGraph(), 0};
+}
+
+/// Curve, property and peaks of `source` into the fit graph; bit 16 on that slot and on no other, so
+/// that no fit overwrites counts.
+void ShowFit(int window, int source) {
+    const FitPlace place = PlaceForFit(source);
+    if (place.Slot < 0) return;
+    const PeakTable& peaks = Item(store.PeakTables, source);
+    MakeFitGraph(Item(store.SpectrumDatas, source), peaks, Item(store.SpectrumDatas, place.Slot),
+                 ALL_BITS, 4);
+    if (place.Slot != source) {
+        Item(store.PropertyRecords, place.Slot) = Item(store.PropertyRecords, source);
+        Item(store.PeakTables, place.Slot) = peaks;
+    }
+    Item(store.PropertyRecords, place.Slot).Param.DerivedFlags |= DERIVED_FIT;
+    SetGraph(window, place.Row, place.Slot, NAME_FIT);
+    AutoScale(window);
+    Change_cboGrphSel(window, place.Row);
+    RedrawBoth();
+}
+
+}  // namespace
+
+NaxSettings NaxSettingsFor(int slot) {
+    return {.EACPS = settings.EACPS,
+            .ISPPK = settings.ISPPK,
+            .FuncType = settings.FuncType,
+            .FirstCh = 1,
+            .LastCh = 0,
+            .TwoTheta = std::fabs(Item(store.PropertyRecords, slot).Param.TwoTheta)};
+}
+
+void NaxAllFit(int window, int graph) {
+    const int slot = GetGraphDataNo(graph);
+    Item(store.PeakTables, slot) = PeakTable{};
+    const auto state = std::make_unique<NaxState>();
+    const NaxSettings run = NaxSettingsFor(slot);
+    const NaxResult result =
+        NaxFitAll(Item(store.SpectrumDatas, slot), run, *state, FitTalk());
+    if (result.Peaks.empty()) {
+        TellStatus("Fit: no peaks were found.");
+        return;
+    }
+    NaxStoreAll(result, run.FuncType, TargetFor(window, slot), Marks{});
+    ShowFit(window, slot);
+    const int count = Item(store.PeakTables, slot).PeakNum;
+    TellStatus("Fit: " + std::to_string(count) + (count == 1 ? " peak" : " peaks") + " in " +
+               std::to_string(result.Groups.size()) + " groups; the log tells each.");
+}
+
+int NaxManualFit(int window, int graph, const NaxManualInput& input) {
+    const int slot = GetGraphDataNo(graph);
+    const auto state = std::make_unique<NaxState>();
+    const NaxSettings run = NaxSettingsFor(slot);
+    const NaxResult result =
+        NaxFitManual(input, Item(store.SpectrumDatas, slot), run, *state, FitTalk());
+    if (result.Result != 0) return -1;
+    NaxStoreManual(result, run.FuncType, TargetFor(window, slot), Marks{});
+    ShowFit(window, slot);
+    return 0;
+}
+
+}  // namespace vael

@@ -1,0 +1,47 @@
+// What the batch program is asked to do: its command line as a record.
+#pragma once
+
+#include "lattice/outliers.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vael {
+
+enum class BatchFormat { Table, Csv, Json };
+
+struct BatchOptions {
+    std::vector<std::string> Files;
+    std::string Crystal;                     // key, full name or both; empty: peaks only
+    std::optional<std::int16_t> Mode;        // MODE_SAMPLE or MODE_MARKER; none: by the key
+    RowRules Rules;
+    std::optional<double> Temperature;       // in Unit; none: each spectrum's own, in Celsius
+    int Unit = 0;
+    std::optional<double> TwoTheta;          // degrees; none: each spectrum's own
+    bool DefaultCalibration = false;
+    std::optional<double> Pickup;            // angstrom
+    std::optional<double> BgCoefficient;
+    bool AutoBg = false;
+    std::optional<double> PeakWidth;         // channels
+    std::optional<int> Smooth;               // list index 0 to 3; -1 off
+    std::string DataFolder;                  // crystal.dat and the parameter files
+    std::string OutFolder;                   // empty: no peak lists, no pages
+    BatchFormat Format = BatchFormat::Table;
+    int Jobs = 0;                            // 0: all cores
+};
+
+/// What came of reading a command line: options, or a text to print and the status to end with.
+struct BatchCall {
+    std::optional<BatchOptions> Options;
+    std::string Text;
+    int Status = 0;
+};
+
+[[nodiscard]] BatchCall ReadCall(int count, const char* const* words);
+
+/// The folder of crystal.dat: as asked for; else beside the program, in the installed data, or in
+/// the tree it was built from. Empty when there is none.
+[[nodiscard]] std::string FindDataFolder(const std::string& asked, const std::string& program);
+
+}  // namespace vael

@@ -1,0 +1,199 @@
+// The road of one spectrum through the window's own commands: file, peaks, cell, pressure.
+#include "batch/road.h"
+
+#include "analysis/naxwalk.h"
+#include "batch/batchdesk.h"
+#include "core/fault.h"
+#include "core/frmlog.h"
+#include "core/frmvaelana.h"
+#include "core/graphs.h"
+#include "core/params.h"
+#include "core/store.h"
+#include "core/text.h"
+#include "core/units.h"
+#include "lattice/geometry.h"
+#include "toolkit/hand.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace vael {
+namespace {
+
+/// The message of a file: what boxes said, joined.
+std::string Joined(const std::vector<std::string>& texts) {
+    std::string out;
+    for (const std::string& text : texts) out += (out.empty() ? "" : "; ") + text;
+    return out;
+}
+
+std::unique_ptr<LatticeState> FreshLattice(const CrystalTable& crystals) {
+    auto state = std::make_unique<LatticeState>();
+    state->Table = crystals;
+    return state;
+}
+
+}  // namespace
+
+Road::Road(BatchOptions options, std::string dataFolder)
+    : options_(std::move(options)), folder_(std::move(dataFolder)) {
+    if (options_.Crystal.empty()) return;
+    crystals_ = ReadCrystalFile(folder_ + "/crystal.dat");
+    crystal_ = static_cast<std::int16_t>(FindCrystal(crystals_, options_.Crystal));
+    if (crystal_ < 0)
+        throw Fault(FaultNumber::Argument,
+                    folder_ + "/crystal.dat: there is no crystal \"" + options_.Crystal + "\" in it.");
+    if (!options_.Mode) {
+        const auto key = MarkerKey(Item(crystals_.Crystals, crystal_).Name);
+        options_.Mode = FindScale(key) ? MODE_MARKER : MODE_SAMPLE;
+    }
+}
+
+RoadResult Road::Go(const std::string& file) {
+    RoadResult result;
+    result.File = file;
+    BatchDesk desk;
+    desk.NextFile = file;
+    std::vector<std::string> faults;
+    std::vector<std::string> logged;
+    const auto finish = [&](const char* status) {
+        result.Status = status;
+        if (result.Message.empty()) result.Message = Joined(faults.empty() ? desk.Said : faults);
+        UseDesk(nullptr);
+        OnLogLine({});
+        return result;
+    };
+    UseDesk(&desk);
+    ResetHands();
+    OnFault([&](View&, const std::string& sentence) { faults.push_back(sentence); });
+    OnLogLine([&](const std::string& line) { logged.push_back(line); });
+    try {
+        store = Store{};
+        settings = Settings{};
+        Form_Load(folder_);
+        if (options_.DefaultCalibration) Click(frmVaelAna.optEGC[0]);
+
+        Click(frmVaelAna.mnuLoad);
+        if (Item(store.GraphList, 0).State == 0) {
+            result.Message = logged.empty() ? Joined(faults) : logged.front();
+            return finish("unreadable");
+        }
+        const int slot = GetGraphDataNo(0);
+        result.Channels = Item(store.SpectrumDatas, slot).DataNo;
+        if (result.Channels <= 0) {
+            result.Message = logged.empty() ? file + ": the spectrum has no channels." : logged.front();
+            return finish("unreadable");
+        }
+        Settle(slot);
+        const ParamRecord& param = Item(store.PropertyRecords, slot).Param;
+        result.TemperatureC = param.Temperature;
+        result.TwoTheta = param.TwoTheta;
+        if (!logged.empty()) result.Message = logged.front();  // a file cut off in its counts
+
+        Click(frmVaelAna.cmdAutoFit);
+        if (!faults.empty()) return finish("fault");
+        const int fitRow = RowOfName(NAME_FIT);
+        if (fitRow < 0) return finish("no-peaks");
+        FillPeaks(GetGraphDataNo(fitRow), result);
+        if (result.Peaks.empty()) return finish("no-peaks");
+        if (crystal_ >= 0) Calculate(GetGraphDataNo(fitRow), result);
+        return finish(result.Status.c_str());
+    } catch (const std::exception& trouble) {
+        result.Message = trouble.what();
+        return finish("fault");
+    }
+}
+
+void Road::Settle(int slot) const {
+    if (options_.DefaultCalibration) SetDefaultEgc(slot);
+    if (options_.TwoTheta) Item(store.PropertyRecords, slot).Param.TwoTheta = *options_.TwoTheta;
+    if (options_.Pickup) settings.PickupRange() = *options_.Pickup;
+    if (options_.PeakWidth) settings.ISPPK = *options_.PeakWidth;
+    if (options_.BgCoefficient) settings.EACPS = *options_.BgCoefficient;
+    if (options_.AutoBg) settings.EACPS = AutoBgCoefficient(Item(store.SpectrumDatas, slot));
+    if (options_.Smooth) {
+        settings.SmoothingOn = *options_.Smooth < 0 ? 0 : 1;
+        if (*options_.Smooth >= 0) settings.SmoothIndex = static_cast<std::int16_t>(*options_.Smooth);
+    }
+}
+
+void Road::FillPeaks(int slot, RoadResult& result) const {
+    const PeakTable& peaks = Item(store.PeakTables, slot);
+    const ParamRecord& param = Item(store.PropertyRecords, slot).Param;
+    for (int i = 0; i < peaks.PeakNum; ++i) {
+        const PeakRecord& peak = Item(peaks.Peak, i);
+        result.Peaks.push_back({.Ch = peak.Position + 1.0,
+                                .KeV = ChToUnit(UNIT_KEV, peak.Position, param, DacNow()),
+                                .D = ChToUnit(UNIT_D, peak.Position, param, DacNow()),
+                                .FwhmCh = peak.Width + peak.Width,
+                                .Amplitude = peak.Amplitude,
+                                .Net = peak.Intensity,
+                                .Index = std::nullopt,
+                                .DCalc = std::nullopt,
+                                .Matched = false,
+                                .Used = false});
+    }
+}
+
+void Road::Calculate(int slot, RoadResult& result) {
+    const auto state = FreshLattice(crystals_);
+    const PropertyRecord& property = Item(store.PropertyRecords, slot);
+    const MatchSource source{.GraphNo = static_cast<std::int16_t>(RowOfSlot(slot)),
+                             .DataNo = static_cast<std::int16_t>(slot),
+                             .Peaks = Item(store.PeakTables, slot),
+                             .Property = property,
+                             .Dac = DacNow(),
+                             .PickupRange = settings.PickupRange()};
+    const double temperature = options_.Temperature.value_or(property.Param.Temperature);
+    const int unit = options_.Temperature ? options_.Unit : TEMPERATURE_CELSIUS;
+    result.TemperatureC = ToCelsius(temperature, unit);
+    const CrystalRecord& crystal = Item(crystals_.Crystals, crystal_);
+    result.Crystal = crystal.Name;
+    std::vector<std::string> said;
+    Talk talk;
+    talk.say = [&](std::string_view text, std::string_view) { said.emplace_back(text); };
+
+    RuledValues ruled = CalcByRules(
+        *state, RequestFor(*state, crystal_, *options_.Mode, temperature, unit), source,
+        options_.Rules, talk);
+    result.System = Item(state->Table.Crystals, crystal_).System;
+    const LatticeValues& values = ruled.Values;
+    for (std::size_t i = 0; i < result.Peaks.size(); ++i) {
+        const ReflectionMatch& row = state->FitData.Match[i];
+        if (row.Matched == FALSE_WORD) continue;
+        RoadPeak& peak = result.Peaks[i];
+        peak.Index = Hkl{row.H, row.K, row.L};
+        peak.Matched = true;
+        peak.Used = row.Excluded == FALSE_WORD;
+        peak.DCalc = values.Status == CalcStatus::Ok ? CalculatedD(values, result.System, row)
+                                                     : row.DCal;
+    }
+    for (const UntickedRow& row : ruled.Unticked)
+        said.push_back("not used: " + std::to_string(row.Index[0]) + " " +
+                       std::to_string(row.Index[1]) + " " + std::to_string(row.Index[2]) + " at " +
+                       FormatNumber(result.Peaks[static_cast<std::size_t>(row.Row)].Ch, "0.00") +
+                       " (" + row.Reason + ")");
+    if (!said.empty())
+        result.Message += (result.Message.empty() ? "" : "; ") + Joined(said);
+    switch (values.Status) {
+        case CalcStatus::Ok: break;
+        case CalcStatus::TooFewLines: result.Status = "few-lines"; return;
+        case CalcStatus::Singular: result.Status = "singular"; return;
+        case CalcStatus::NoCell:
+            result.Status = "singular";
+            result.Message += result.Message.empty() ? "the solved parameters are no cell"
+                                                     : "; the solved parameters are no cell";
+            return;
+        case CalcStatus::LatticeType: result.Status = "fault"; return;
+    }
+    if (values.HasBoxes) {
+        result.Cell = values;
+    } else {
+        result.Message += std::string(result.Message.empty() ? "" : "; ") +
+                          "a marker must be cubic or hexagonal: no cell is shown in this mode";
+    }
+}
+
+std::string Road::Page(const RoadResult&) const { return {}; }
+
+}  // namespace vael

@@ -1,0 +1,372 @@
+// Graph rows and slots: moving spectra in and out of the store, and keeping the selectors in step.
+#include "core/graphs.h"
+
+#include "core/cursors.h"
+#include "core/fault.h"
+#include "core/frmlog.h"
+#include "core/frmvaelana.h"
+#include "core/operations.h"
+#include "core/params.h"
+#include "core/store.h"
+#include "core/text.h"
+#include "core/windows.h"
+#include "files/extensions.h"
+#include "toolkit/hand.h"
+
+#include <algorithm>
+
+namespace vael {
+namespace {
+
+constexpr const char* TITLE = "Vael (Data Analyze) --- ";
+
+constexpr const char* OPEN_FILTER =
+    "Nippon high Pressure Data File (*.npd)|*.npd|Gennie File (*.cnf;*.rpt)|*.cnf;*.rpt|"
+    "Express File (*.xbm)|*.xbm|DAC File (*.raw)|*.raw";
+
+GraphEntry& RowEntry(int row) { return Item(store.GraphList, row); }
+
+std::size_t Box(int win, int row) { return static_cast<std::size_t>(win * GRAPH_COUNT + row); }
+
+FileTalk ReaderTalk() {
+    FileTalk talk;
+    talk.ask = [](std::string_view question) { return AskYesNo(std::string(question)); };
+    talk.say = [](std::string_view text) { Say(std::string(text)); };
+    talk.log = [](std::string_view line) { PutLog(std::string(line)); };
+    return talk;
+}
+
+/// A selector whose row is gone goes to the last row that is there.
+void AdjustSelections() {
+    const int last = std::max(0, store.GraphTotal - 1);
+    for (auto& list : frmVaelAna.cboGrphSel)
+        if (list.Index > last) list.Index = last;
+    ChangeActiveWin(frmVaelAna.ActiveWin);
+}
+
+/// Step 5 of the style rule: which of the show switches a new graph frees.
+void WindowStyleRule(int win) {
+    VaelAnaView& v = frmVaelAna;
+    if (v.ckbExpand.Value != 0) {
+        v.chkFilePile[0].Enabled = true;
+        return;
+    }
+    if (v.chkWinStyle.Value != 0 || win != 0) {
+        v.chkFilePile[0].Enabled = true;
+        v.chkFilePile[1].Enabled = true;
+        v.ckbExpand.Enabled = false;
+        v.mnuExpandOn.Enabled = false;
+    } else {
+        v.chkFilePile[1].Value = 0;
+        v.chkFilePile[1].Enabled = false;
+    }
+}
+
+}  // namespace
+
+void LoadNew() {
+    const int total = store.GraphTotal;
+    for (int n = 0; n < total; ++n) {
+        DeleteGraph(0);
+        Add_cboGraphSel();
+        Item(store.PeakTables, n) = PeakTable{};
+    }
+    EraseWindows();
+    store.GraphTotal = 0;
+    store.AreaFitDone = FALSE_WORD;
+    cmdOperationInit();
+    FileLoad();
+}
+
+void FileLoad() {
+    FileDialog dialog;
+    dialog.Title = "Open";
+    dialog.Filter = OPEN_FILTER;
+    dialog.FilterIndex = std::max<int>(1, store.FilterIndex);
+    dialog.Folder = store.DataDrive + store.DataFolder;
+    dialog.Multiple = true;
+    const auto chosen = TheDesk().OpenFiles(dialog);
+    if (!chosen) return;
+    if (CheckNoSave() == TRUE_WORD) return;
+    store.FilterIndex = static_cast<std::int16_t>(chosen->FilterIndex);
+    const PathPieces first = SplitFilePath(chosen->Paths.front());
+    store.DataDrive = first.Drive;
+    store.DataFolder = first.Folder;
+
+    int read = 0;
+    std::string refused;
+    const auto count = std::min<std::size_t>(chosen->Paths.size(), GRAPH_COUNT);
+    for (std::size_t i = 0; i < count; ++i) {
+        std::int16_t ok = FALSE_WORD;
+        ReadGraph(0, static_cast<int>(i), chosen->Paths[i], ok);
+        if (ok == TRUE_WORD)
+            ++read;
+        else
+            refused += (refused.empty() ? "" : ", ") + SplitFilePath(chosen->Paths[i]).Base();
+    }
+    if (!refused.empty())
+        TellStatus("Not read: " + refused + " (the reason stands in the log).", true);
+    else
+        TellStatus("Opened " + std::to_string(read) + (read == 1 ? " spectrum." : " spectra."));
+}
+
+void ReadGraph(int win, int row, const std::string& path, std::int16_t& ok) {
+    ok = FALSE_WORD;
+    const PathPieces pieces = SplitFilePath(path);
+    frmVaelAna.Caption = TITLE + pieces.Base();
+    const int slot = GetGraphSpace(-1);
+    SpectrumData& data = Item(store.SpectrumDatas, slot);  // with no free slot the command ends here
+    Item(store.PeakTables, slot) = PeakTable{};
+
+    const std::int16_t done =
+        ReadByExtension(path,
+                        {data, Item(store.PropertyRecords, slot), store.LastSourceType},
+                        Item(store.PeakTables, slot), ReaderTalk());
+    if (done != TRUE_WORD) return;
+
+    SetGraph(win, row, slot, pieces.Base());
+    SetEGCParam(Item(store.PropertyRecords, slot).Param.EgcCoef);
+    frmVaelAna.txt2Theta.Text =
+        FormatNumber(Item(store.PropertyRecords, slot).Param.TwoTheta, "0.00000");
+    AutoScale(win);
+    Change_cboGrphSel(win, row);
+    ChangeActiveWin(win);
+    RedrawBoth();
+    ok = TRUE_WORD;
+}
+
+void SetGraph(int win, int row, int slot, const std::string& name) {
+    GraphEntry& entry = RowEntry(row);
+    entry.DataNo = static_cast<std::int16_t>(slot);
+    entry.State = 1;
+    entry.Visible = TRUE_WORD;
+    entry.WinNo = static_cast<std::int16_t>(win);
+    entry.Color = Item(store.ColorTable, slot);
+    if (!name.empty()) entry.Name = name;
+    Add_cboGraphSel();
+    const std::int16_t channels = Item(store.SpectrumDatas, slot).DataNo;
+    if (channels > store.SpanCh) {
+        store.SpanCh = channels;
+        WindowSpan();
+    }
+    RegisterRow(row);
+    WindowStyleRule(win);
+    RefreshRows();
+}
+
+int InsertGraph() {
+    std::int16_t ok = FALSE_WORD;
+    ShiftGraph(0, 1, ok);
+    return ok == TRUE_WORD ? GetGraphSpace(-1) : -1;
+}
+
+int GetGraphSpace(int mark) {
+    for (int n = 0; n < GRAPH_COUNT; ++n) {
+        std::int16_t& used = Item(store.SlotUsed, n);
+        if (used != FALSE_WORD) continue;
+        if (mark == -1) {
+            used = TRUE_WORD;
+            ++store.GraphTotal;
+        }
+        return n;
+    }
+    Say("GetGraphSpace: Notting Space!");
+    return -1;
+}
+
+void ShiftGraph(int start, int direction, std::int16_t& ok) {
+    const int last = store.GraphTotal - 1;
+    ok = FALSE_WORD;
+    if (last < 0) {
+        Say("ShiftGraph: Data Notting!");
+        return;
+    }
+    if (direction > 0) {
+        if (last >= GRAPH_COUNT - 1) {
+            Say("ShiftGraph: List Over!");
+            return;
+        }
+        for (int row = last; row >= start; --row) RowEntry(row + 1) = RowEntry(row);
+        RowEntry(start).State = 0;
+    } else {
+        if (start <= 0) {
+            Say("ShiftGraph: List Under!");
+            return;
+        }
+        for (int row = start; row <= last; ++row) RowEntry(row - 1) = RowEntry(row);
+        RowEntry(last).State = 0;
+    }
+    ok = TRUE_WORD;
+    RefreshRows();
+}
+
+void DeleteGraph(int row) {
+    const int last = store.GraphTotal - 1;
+    if (last < 0 || RowEntry(row).State == 0) return;
+    std::int16_t ok = TRUE_WORD;
+    ClearGrp(row, ok);
+    if (ok != FALSE_WORD) return;
+    for (int from = row + 1; from <= last; ++from) RowEntry(from - 1) = RowEntry(from);
+    if (last < GRAPH_COUNT) RowEntry(last) = GraphEntry{};
+    Add_cboGraphSel();
+    RefreshRows();
+    AdjustSelections();
+    RedrawBoth();
+}
+
+void ClearGrp(int row, std::int16_t& ok) {
+    ok = TRUE_WORD;
+    if (store.GraphTotal == 0) return;
+    if (CheckNoSave() == TRUE_WORD) return;
+    GraphEntry& entry = RowEntry(row);
+    Item(store.SpectrumDatas, entry.DataNo).Count.fill(0);
+    WithdrawSlot(entry.DataNo);
+    entry.State = 0;
+    --store.GraphTotal;
+    Item(store.SlotUsed, entry.DataNo) = FALSE_WORD;
+    Add_cboGraphSel();
+    RedrawBoth();
+    ok = FALSE_WORD;
+}
+
+void ClearAllGrp(std::int16_t& ok) {
+    ok = FALSE_WORD;
+    for (int row = 0; row < GRAPH_COUNT && ok == FALSE_WORD; ++row)
+        if (RowEntry(row).State != 0) ClearGrp(row, ok);
+    RefreshRows();
+    RedrawBoth();
+}
+
+int GetGraphDataNo(int grp) { return RowEntry(grp < 0 ? GraphNo() : grp).DataNo; }
+
+int RowOfSlot(int slot) {
+    for (int row = 0; row < GRAPH_COUNT; ++row)
+        if (RowEntry(row).State > 0 && RowEntry(row).DataNo == slot) return row;
+    return -1;
+}
+
+int RowOfName(const std::string& name) {
+    for (int row = 0; row < GRAPH_COUNT; ++row)
+        if (RowEntry(row).State > 0 && RowEntry(row).Name == name) return row;
+    return -1;
+}
+
+int GetRealWinNo() { return frmVaelAna.ckbExpand.Value != 0 ? 0 : frmVaelAna.ActiveWin; }
+
+int GetGrpNo() {
+    return std::max(0, frmVaelAna.cboGrphSel[static_cast<std::size_t>(GetRealWinNo())].Index);
+}
+
+int GetGrpNo2() {
+    const auto used = std::count_if(store.SlotUsed.begin(), store.SlotUsed.end(),
+                                    [](std::int16_t word) { return word != FALSE_WORD; });
+    return static_cast<int>(used) +
+           frmVaelAna.cboGrphSel[static_cast<std::size_t>(GetRealWinNo())].Index;
+}
+
+void ChangeActiveWin(int win) {
+    VaelAnaView& v = frmVaelAna;
+    if (v.ckbExpand.Value == 0) {
+        v.fraGraph[static_cast<std::size_t>(win)].Raised = true;
+        v.fraGraph[static_cast<std::size_t>(1 - win)].Raised = false;
+    }
+    v.ActiveWin = win;
+    const GraphEntry& entry = RowEntry(GraphNo());
+    if (entry.State == 0) {
+        v.mnuCloseGraph.Caption = "Close Graph";
+        return;
+    }
+    XScaleDraw();
+    v.Caption = TITLE + entry.Name;
+    v.mnuCloseGraph.Caption = "Close Graph(" + entry.Name + ")";
+}
+
+void Change_cboGrphSel(int win, int row) {
+    Select(frmVaelAna.cboGrphSel[static_cast<std::size_t>(win)], row);
+}
+
+void cboGrphSel_Click(int win) {
+    VaelAnaView& v = frmVaelAna;
+    ChangeActiveWin(win);
+    const int row = GraphNo();
+    const GraphEntry& entry = RowEntry(row);
+    ShowCursorValues();
+    XScaleDraw();
+    ChgAllCaption_chkGrp(win, row);
+    v.itxtGraphName.Text = entry.State > 0 ? entry.Name : "";
+    if (entry.State > 0) {
+        const ParamRecord& param = ParamInForce(entry.DataNo);
+        SetEGCParam(param.EgcCoef);
+        v.txt2Theta.Text = FormatNumber(param.TwoTheta, "0.00000");
+    }
+}
+
+void Add_cboGraphSel() {
+    std::vector<std::string> items;
+    for (int row = 0; row < GRAPH_COUNT; ++row)
+        items.push_back(std::to_string(row + 1) + " " +
+                        (RowEntry(row).State > 0 ? RowEntry(row).Name : ""));
+    for (auto& list : frmVaelAna.cboGrphSel) list.Items = items;
+    frmVaelAna.lblRows.Caption = "rows " + std::to_string(store.GraphTotal) + "/10";
+}
+
+void ChgValue_chkGrp(int win, int row, int value, bool show) {
+    CheckBox& box = frmVaelAna.chkGrp[Box(win, row)];
+    if (show)
+        Set(box, value);
+    else
+        box.Value = value;
+}
+
+void ChgStrColor_chkGrp(int win, int row, const std::string& caption, Colour color) {
+    CheckBox& box = frmVaelAna.chkGrp[Box(win, row)];
+    box.Caption = caption;
+    box.Ink = color;
+}
+
+void ChgAllCaption_chkGrp(int win, int row) {
+    for (int n = 0; n < GRAPH_COUNT; ++n) {
+        const GraphEntry& entry = RowEntry(n);
+        ChgStrColor_chkGrp(win, n, std::to_string(n + 1), entry.State > 0 ? entry.Color : 0);
+        frmVaelAna.chkGrp[Box(win, n)].Tip =
+            entry.State > 0 ? entry.Name + (n == row ? " (current)" : "") : "empty row";
+    }
+}
+
+void RefreshRows() {
+    for (int win = 0; win < WINDOW_COUNT; ++win) {
+        for (int row = 0; row < GRAPH_COUNT; ++row) {
+            const GraphEntry& entry = RowEntry(row);
+            const bool drawn = entry.State > 0 && entry.Visible != 0 && entry.WinNo == win;
+            ChgValue_chkGrp(win, row, drawn ? 1 : 0, false);
+            frmVaelAna.chkGrp[Box(win, row)].Filled = entry.State > 0;
+        }
+        ChgAllCaption_chkGrp(win, GetGrpNo());
+    }
+}
+
+void chkGrp_Click(int win, int row) {
+    CheckBox& box = frmVaelAna.chkGrp[Box(win, row)];
+    GraphEntry& entry = RowEntry(row);
+    const bool magnifier = frmVaelAna.ckbExpand.Value != 0 && win == 1;
+    if (magnifier || entry.State == 0) {
+        box.Value = 0;
+        return;
+    }
+    const std::int16_t wanted = box.Value != 0 ? TRUE_WORD : FALSE_WORD;
+    if (wanted != entry.Visible) {
+        entry.Visible = wanted;
+        if (wanted != FALSE_WORD) {
+            entry.WinNo = static_cast<std::int16_t>(win);
+            RegisterRow(row);
+        } else {
+            WithdrawSlot(entry.DataNo);
+        }
+        AutoScale(win);
+        RedrawWindow(win);
+    }
+    RefreshRows();
+    SetEGCParam(ParamInForce(entry.DataNo).EgcCoef);
+}
+
+}  // namespace vael

@@ -1,0 +1,287 @@
+// The operation panel: smoothing, background and fitting of the current row, and the rows they make.
+#include "core/operations.h"
+
+#include "analysis/backgraund.h"
+#include "analysis/calc.h"
+#include "analysis/naxcommands.h"
+#include "core/fault.h"
+#include "core/frmlog.h"
+#include "core/frmvaelana.h"
+#include "core/graphs.h"
+#include "core/store.h"
+#include "core/text.h"
+#include "core/windows.h"
+#include "toolkit/hand.h"
+
+namespace vael {
+namespace {
+
+/// The busy cursor for as long as it lives.
+class BusyCursor {
+public:
+    BusyCursor() { TheDesk().Busy(true); }
+    ~BusyCursor() { TheDesk().Busy(false); }
+    BusyCursor(const BusyCursor&) = delete;
+    BusyCursor& operator=(const BusyCursor&) = delete;
+};
+
+PropertyRecord& Property(int slot) { return Item(store.PropertyRecords, slot); }
+SpectrumData& Spectrum(int slot) { return Item(store.SpectrumDatas, slot); }
+
+bool NothingThere() {
+    if (Item(store.GraphList, GraphNo()).State != 0) return false;
+    TellStatus("There is no spectrum in this row.");
+    return true;
+}
+
+bool HasFlag(int slot, std::uint16_t bit) {
+    return (Property(slot).Param.DerivedFlags & bit) != 0;
+}
+
+void SetFlag(int slot, std::uint16_t bit) { Property(slot).Param.DerivedFlags |= bit; }
+
+void CopySlot(int from, int to) {
+    if (from == to) return;
+    Spectrum(to) = Spectrum(from);
+    Property(to) = Property(from);
+}
+
+/// Gives back a slot that InsertGraph took, and the room at row 0.
+void TakeBackInsert(int slot) {
+    std::int16_t ok = FALSE_WORD;
+    ShiftGraph(1, -1, ok);
+    Item(store.SlotUsed, slot) = FALSE_WORD;
+    --store.GraphTotal;
+    RefreshRows();
+}
+
+/// The slots of a background and a removed row; -1 where there was no room.
+struct BackSlots {
+    int Back = -1;
+    int Removed = -1;
+    [[nodiscard]] bool Fine() const { return Back >= 0 && Removed >= 0; }
+};
+
+BackSlots TakeBackSlots(int source) {
+    const bool fit = HasFlag(source, DERIVED_FIT);
+    BackSlots out;
+    const bool backIsSource = !fit && HasFlag(source, DERIVED_BACKGROUND);
+    out.Back = backIsSource ? source : InsertGraph();
+    if (out.Back < 0) return out;
+    const bool removedIsSource = !fit && HasFlag(source, DERIVED_REMOVED);
+    out.Removed = removedIsSource ? source : InsertGraph();
+    if (out.Removed < 0 && !backIsSource) TakeBackInsert(out.Back);
+    return out;
+}
+
+/// A row for a slot: the one that holds it, or row 0, which an insertion has freed.
+int RowFor(int slot) {
+    const int row = RowOfSlot(slot);
+    return row >= 0 ? row : 0;
+}
+
+/// Rows of inserted slots: row 0 is the last inserted one, row 1 the one before.
+void SetDerived(int row, int slot, const char* name) {
+    SetGraph(frmVaelAna.ActiveWin, row, slot, name);
+}
+
+void NaxButton(bool smoothFirst) {
+    if (NothingThere()) return;
+    if (smoothFirst) mnuSmooth();
+    VaelAnaView& v = frmVaelAna;
+    const BusyCursor busy;
+    if (smoothFirst) {
+        v.cmdOperation[0].Enabled = false;
+        v.cmdOperation[2].Enabled = false;
+        v.cmdOperation[1].Enabled = true;
+        v.cmdOperation[4].Enabled = true;
+    }
+    try {
+        NaxAreaFit(v.ActiveWin, GraphNo());
+    } catch (const std::exception& trouble) {
+        PutLog(trouble.what());
+        Say("Fitting was failed. Please change fit parameters(Change BG Coefficient to 5.0) and "
+            "retry");
+    }
+}
+
+}  // namespace
+
+void mnuSmooth() {
+    if (NothingThere()) return;
+    const int source = DataNo();
+    int slot = source;
+    if (!HasFlag(source, DERIVED_SMOOTH)) {
+        slot = InsertGraph();
+        if (slot < 0) return;
+    }
+    CopySlot(source, slot);
+    if (slot != source) Item(store.PeakTables, slot) = PeakTable{};
+    SetFlag(slot, DERIVED_SMOOTH);
+    if (settings.SmoothingOn == 1)
+        SmoothingData(settings.SmoothIndex, Spectrum(slot).Count, Spectrum(slot).DataNo);
+    const int row = slot == source ? RowFor(slot) : 0;
+    SetDerived(row, slot, NAME_SMOOTH);
+    Change_cboGrphSel(frmVaelAna.ActiveWin, row);
+    AutoScale(frmVaelAna.ActiveWin);
+    RedrawBoth();
+    TellStatus(settings.SmoothingOn == 1 ? "Smoothed into row " + std::to_string(row + 1) + "."
+                                         : "Copied into row " + std::to_string(row + 1) +
+                                               ": smoothing is off in the settings.");
+}
+
+void mnuBackGround() {
+    if (NothingThere()) return;
+    const int source = DataNo();
+    const BackSlots slots = TakeBackSlots(source);
+    if (!slots.Fine()) return;
+    const int win = frmVaelAna.ActiveWin;
+
+    const SpectrumData counts = Spectrum(source);
+    CopySlot(source, slots.Back);
+    SetFlag(slots.Back, DERIVED_BACKGROUND);
+    Talk talk;
+    talk.say = [](std::string_view text, std::string_view title) {
+        Say(std::string(text), std::string(title));
+    };
+    BackGraund(settings.BackInterval, settings.BackTimes, Spectrum(slots.Back).Count,
+               Spectrum(slots.Back).DataNo, talk);
+    const bool backNew = slots.Back != source;
+    const bool removedNew = slots.Removed != source;
+    const int backRow = backNew ? (removedNew ? 1 : 0) : RowFor(slots.Back);
+    SetDerived(backRow, slots.Back, NAME_BACKGROUND);
+
+    if (removedNew) Property(slots.Removed) = Property(source);
+    Spectrum(slots.Removed).DataNo = counts.DataNo;
+    SetFlag(slots.Removed, DERIVED_REMOVED);
+    for (int i = 0; i < counts.DataNo; ++i) {
+        const Int32 difference =
+            Int32(Item(counts.Count, i)) - Int32(Item(Spectrum(slots.Back).Count, i));
+        Item(Spectrum(slots.Removed).Count, i) = std::max<std::int32_t>(0, difference);
+    }
+    if (removedNew) Item(store.PeakTables, slots.Removed) = PeakTable{};
+    if (backNew) Item(store.PeakTables, slots.Back) = PeakTable{};
+    const int removedRow = removedNew ? 0 : RowFor(slots.Removed);
+    SetDerived(removedRow, slots.Removed, NAME_REMOVED);
+    Change_cboGrphSel(win, removedRow);
+    AutoScale(win);
+    RedrawBoth();
+    TellStatus("Background in row " + std::to_string(backRow + 1) + ", counts above it in row " +
+               std::to_string(removedRow + 1) + ".");
+}
+
+void cmdAutoFit() {
+    if (store.GraphTotal != 1) {
+        TellStatus("AutoFitting works on a single spectrum: there are " +
+                   std::to_string(store.GraphTotal) + " rows.");
+        return;
+    }
+    VaelAnaView& v = frmVaelAna;
+    mnuSmooth();
+    mnuBackGround();
+    {
+        const BusyCursor busy;
+        NaxAllFit(v.ActiveWin, GraphNo());
+    }
+    for (std::size_t k = 1; k <= 4; ++k) v.cmdOperation[k].Enabled = false;
+}
+
+int MakeBackRows(int row) {
+    const int source = GetGraphDataNo(row);
+    const BackSlots slots = TakeBackSlots(source);
+    if (!slots.Fine()) return -1;
+    const auto empty = [&](int slot, int at, std::uint16_t bit, const char* name) {
+        if (slot != source) {
+            Property(slot) = Property(source);
+            Spectrum(slot) = SpectrumData{};
+            Spectrum(slot).DataNo = Spectrum(source).DataNo;
+            Item(store.PeakTables, slot) = PeakTable{};
+        }
+        SetFlag(slot, bit);
+        SetDerived(at, slot, name);
+    };
+    const bool removedNew = slots.Removed != source;
+    if (slots.Back != source) empty(slots.Back, removedNew ? 1 : 0, DERIVED_BACKGROUND, NAME_BACKGROUND);
+    if (removedNew) empty(slots.Removed, 0, DERIVED_REMOVED, NAME_REMOVED);
+    return RowOfSlot(source);
+}
+
+void StoreNaxBackground(int row) {
+    SpectrumData& target = Spectrum(GetGraphDataNo(row));
+    for (std::size_t i = 0; i < DEFAULT_CHANNELS; ++i)
+        if (store.BackGroundBuf[i] != 0) target.Count[i] = store.BackGroundBuf[i];
+}
+
+void StoreBackRemoved(int src, int back, int removed) {
+    const SpectrumData& source = Spectrum(GetGraphDataNo(src));
+    const SpectrumData& below = Spectrum(GetGraphDataNo(back));
+    SpectrumData& target = Spectrum(GetGraphDataNo(removed));
+    // The length of 4096 stands even for longer spectra.
+    for (std::size_t i = 0; i < DEFAULT_CHANNELS; ++i)
+        target.Count[i] = below.Count[i] > 0 ? source.Count[i] - below.Count[i] : 0;
+}
+
+void NaxAreaFit(int win, int row) {
+    const int source = GetGraphDataNo(row);
+    int from = row;
+    if (RowOfName(NAME_BACKGROUND) < 0) {
+        from = MakeBackRows(row);
+        if (from < 0) return;
+    }
+    NaxAllFit(win, from);
+    if (RowOfName(NAME_FIT) < 0) {
+        Say("Fit Failed");
+        Change_cboGrphSel(win, RowOfSlot(source));
+        return;
+    }
+    const int back = RowOfName(NAME_BACKGROUND);
+    const int removed = RowOfName(NAME_REMOVED);
+    from = RowOfSlot(source);
+    StoreNaxBackground(back);
+    SetDerived(back, GetGraphDataNo(back), NAME_BACKGROUND);
+    if (removed >= 0) {
+        StoreBackRemoved(from, back, removed);
+        SetDerived(removed, GetGraphDataNo(removed), NAME_REMOVED);
+    }
+    Change_cboGrphSel(win, from);
+    store.AreaFitDone = TRUE_WORD;
+    AutoScale(win);
+    RedrawBoth();
+}
+
+void ClearAllData() {
+    const int total = store.GraphTotal;
+    for (int n = 0; n < total; ++n) {
+        DeleteGraph(0);
+        Add_cboGraphSel();
+        Item(store.PeakTables, n) = PeakTable{};
+    }
+    store.GraphTotal = 0;
+    Add_cboGraphSel();
+    EraseWindows();
+}
+
+void cmdOperationInit() {
+    auto& buttons = frmVaelAna.cmdOperation;
+    buttons[0].Enabled = true;
+    buttons[2].Enabled = true;
+    buttons[1].Enabled = false;
+    buttons[4].Enabled = false;
+}
+
+void SetEGCParam(const std::array<double, 3>& coef) {
+    frmVaelAna.lblEGC.Caption = FormatNumber(coef[0], "0.000000") + "Ch^2+" +
+                                FormatNumber(coef[1], "0.000000") + "Ch+" +
+                                FormatNumber(coef[2], "0.000000");
+}
+
+void cmdOperation_Click(int index) {
+    switch (index) {
+        case 0: NaxButton(true); break;
+        case 2: NaxButton(false); break;
+        case 3: mnuSmooth(); break;
+        default: break;  // withheld
+    }
+}
+
+}  // namespace vael

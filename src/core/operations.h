@@ -1,0 +1,43 @@
+// The operation panel: smoothing, background and fitting of the current row, and the rows they make.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace vael {
+
+// The commands below work on the current row and hold its slot while rows move.
+
+/// Smooths into a new row "Smooth" at row 0, or in place when the row is a smoothed copy already.
+void mnuSmooth();
+/// Background and removed counts into the rows "BackGraund" (row 1) and "BackRemv" (row 0, which is
+/// current afterwards).
+void mnuBackGround();
+/// Smooths, removes the background and fits the rest without help; only when there is exactly one
+/// row.
+void cmdAutoFit();
+/// Fits a row by NAX and fills the rows "BackGraund", "BackRemv" and "Fit"; ends on its source's
+/// row. Messages: "Fit Failed".
+void NaxAreaFit(int win, int row);
+
+/// Two empty rows "BackGraund" and "BackRemv" with the property of the row; the source's new row, or
+/// -1 when there is no room.
+[[nodiscard]] int MakeBackRows(int row);
+/// The NAX background into the row's slot: channels 0 to 4095 where it is not 0.
+void StoreNaxBackground(int row);
+/// removed = source - background where the background is above 0, else 0; channels 0 to 4095. A
+/// negative difference stays, unlike in mnuBackGround.
+void StoreBackRemoved(int src, int back, int removed);
+
+/// All rows away, both windows empty.
+void ClearAllData();
+/// Start state of the operation buttons.
+void cmdOperationInit();
+/// The calibration's text: each coefficient in array order, so that the constant term stands where
+/// the label says square; it is kept as it stands.
+void SetEGCParam(const std::array<double, 3>& coef);
+
+/// Handler of operation button 0 to 12.
+void cmdOperation_Click(int index);
+
+}  // namespace vael

@@ -1,0 +1,130 @@
+// Whole files: opening with a reason when it fails, and replacing so that a file is whole or old.
+#include "files/wholefile.h"
+
+#include "core/fault.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>  // the rename must not come before the bytes are on the disk
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vael {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void Refuse(const std::string& path, const std::string& reason,
+                         FaultNumber number = FaultNumber::FileAccess) {
+    throw Fault(number, path + ": " + reason + ".");
+}
+
+std::string Reason(int error) { return std::strerror(error); }
+
+/// A file descriptor that is closed when it goes.
+class Descriptor {
+public:
+    explicit Descriptor(int fd) : fd_(fd) {}
+    ~Descriptor() {
+        if (fd_ >= 0) ::close(fd_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    [[nodiscard]] int Get() const { return fd_; }
+    [[nodiscard]] bool Close() { return ::close(std::exchange(fd_, -1)) == 0; }
+
+private:
+    int fd_;
+};
+
+/// 0, or the error number.
+int WriteAll(int fd, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t done = ::write(fd, bytes.data(), bytes.size());
+        if (done < 0 && errno == EINTR) continue;
+        if (done < 0) return errno;
+        bytes.remove_prefix(static_cast<std::size_t>(done));
+    }
+    return 0;
+}
+
+std::string TailOf(const std::string& path, std::size_t from) {
+    std::ifstream in(path, std::ios::binary);
+    in.seekg(static_cast<std::streamoff>(from));
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+/// For what cannot be replaced by a renamed neighbour: a device, or a file in a folder that takes
+/// no new files.
+void WriteInPlace(const std::string& path, std::string_view bytes, bool keepTail) {
+    Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | (keepTail ? 0 : O_TRUNC), 0666));
+    if (file.Get() < 0) Refuse(path, Reason(errno));
+    if (const int error = WriteAll(file.Get(), bytes)) Refuse(path, Reason(error));
+    if (!file.Close()) Refuse(path, Reason(errno));
+}
+
+}  // namespace
+
+std::ifstream OpenToRead(const std::string& path) {
+    std::error_code none;
+    const auto status = fs::status(path, none);
+    if (!fs::exists(status))
+        Refuse(path, none && none != std::errc::no_such_file_or_directory ? none.message()
+                                                                         : "there is no such file",
+               FaultNumber::FileMissing);
+    if (fs::is_directory(status)) Refuse(path, "it is a folder, a file was expected");
+    if (!fs::is_regular_file(status)) Refuse(path, "it is no regular file");
+    errno = 0;
+    std::ifstream in(path, std::ios::binary);
+    if (!in) Refuse(path, errno != 0 ? Reason(errno) : "it cannot be opened");
+    return in;
+}
+
+bool FileExists(const std::string& path) {
+    std::error_code none;
+    return fs::exists(path, none);
+}
+
+void ReplaceFile(const std::string& path, std::string_view bytes, bool keepTail) {
+    std::error_code none;
+    std::string target = path;
+    if (fs::is_symlink(path, none)) {
+        const auto real = fs::canonical(path, none);
+        if (!none) target = real.string();
+    }
+    const auto status = fs::status(target, none);
+    if (fs::is_directory(status)) Refuse(path, "it is a folder, a file was expected");
+    const bool exists = fs::exists(status);
+    if (exists && !fs::is_regular_file(status)) return WriteInPlace(target, bytes, keepTail);
+    if (exists && ::access(target.c_str(), W_OK) != 0) Refuse(path, Reason(errno));
+
+    std::string whole(bytes);
+    if (keepTail && exists && fs::file_size(target, none) > bytes.size())
+        whole += TailOf(target, bytes.size());
+
+    const fs::path place(target);
+    const std::string beside =
+        (place.parent_path() / ("." + place.filename().string() + "." + std::to_string(::getpid())))
+            .string();
+    Descriptor file(::open(beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    if (file.Get() < 0) {
+        if (exists && (errno == EACCES || errno == EPERM))
+            return WriteInPlace(target, bytes, keepTail);
+        Refuse(path, Reason(errno));
+    }
+    int error = WriteAll(file.Get(), whole);
+    if (error == 0 && exists) {
+        struct stat old {};
+        if (::stat(target.c_str(), &old) == 0) (void)::fchmod(file.Get(), old.st_mode & 07777);
+    }
+    if (error == 0 && ::fsync(file.Get()) != 0) error = errno;
+    if (!file.Close() && error == 0) error = errno;
+    if (error == 0 && ::rename(beside.c_str(), target.c_str()) != 0) error = errno;
+    if (error != 0) {
+        ::unlink(beside.c_str());
+        Refuse(path, Reason(error));
+    }
+}
+
+}  // namespace vael

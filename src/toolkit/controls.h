@@ -1,0 +1,238 @@
+// The control records: what a program asks of a desktop, as plain data with its handlers.
+#pragma once
+
+#include "core/records.h"
+#include "display/canvas.h"
+#include "toolkit/view.h"
+
+#include <array>
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vael {
+
+using Handler = std::function<void()>;
+
+/// Push button.
+struct Button : Control {
+    Button(View& view, std::string name, std::string caption = {})
+        : Control(view, ControlKind::Button, std::move(name)), Caption(std::move(caption)) {}
+    std::string Caption;
+    Handler Click;
+};
+
+/// Check box; `Value` is 0 or 1.
+struct CheckBox : Control {
+    CheckBox(View& view, std::string name, std::string caption = {}, int value = 0)
+        : Control(view, ControlKind::CheckBox, std::move(name)),
+          Caption(std::move(caption)),
+          Value(value) {}
+    std::string Caption;
+    int Value;
+    Colour Ink = 0;       // colour of the caption
+    bool Filled = false;  // what the box stands for is drawn
+    Handler Click;
+};
+
+/// One of a group of options: setting one clears the others of the same `Group` in the view.
+struct Option : Control {
+    Option(View& view, std::string name, std::string caption = {}, std::string group = {})
+        : Control(view, ControlKind::Option, std::move(name)),
+          Caption(std::move(caption)),
+          Group(std::move(group)) {}
+    std::string Caption;
+    std::string Group;
+    bool Value = false;
+    Handler Click;
+};
+
+/// Text box. `Leave` returns false to keep the focus.
+struct TextBox : Control {
+    TextBox(View& view, std::string name, std::string text = {})
+        : Control(view, ControlKind::TextBox, std::move(name)), Text(std::move(text)) {}
+    std::string Text;
+    bool ReadOnly = false;
+    bool MultiLine = false;
+    Handler Change;
+    Handler Enter;  // the Enter key
+    std::function<bool()> Leave;
+};
+
+/// Box for a number in a format (as FormatNumber takes it), held within its limits. Half-typed text
+/// never reaches the record.
+struct NumberBox : Control {
+    NumberBox(View& view, std::string name, std::string format = "0", double value = 0.0)
+        : Control(view, ControlKind::NumberBox, std::move(name)),
+          Format(std::move(format)),
+          Value(value) {}
+    std::string Format;
+    double Value;
+    double Least = -1e15;
+    double Most = 1e15;
+    bool ReadOnly = false;
+    Handler Change;
+    Handler Enter;
+    /// What the box shows.
+    [[nodiscard]] std::string Text() const;
+};
+
+/// List, drop-down list, or list of drives, folders or files. `Index` -1 is no selection.
+struct ListBox : Control {
+    ListBox(View& view, std::string name, std::vector<std::string> items = {}, int index = -1)
+        : Control(view, ControlKind::ListBox, std::move(name)),
+          Items(std::move(items)),
+          Index(index) {}
+    std::vector<std::string> Items;
+    int Index;
+    Handler Click;
+    [[nodiscard]] std::string Text() const;
+};
+
+struct Label : Control {
+    Label(View& view, std::string name, std::string caption = {})
+        : Control(view, ControlKind::Label, std::move(name)), Caption(std::move(caption)) {}
+    std::string Caption;
+};
+
+/// Frame round other controls, or a splitter bar. `Share` is the part of the height above it.
+struct Frame : Control {
+    Frame(View& view, std::string name, std::string caption = {})
+        : Control(view, ControlKind::Frame, std::move(name)), Caption(std::move(caption)) {}
+    std::string Caption;
+    int Left = 0;
+    int Top = 0;
+    double Share = 0.5;
+    bool Raised = false;  // highlighted: the active one of its kind
+};
+
+/// Grid with rows and columns from 1; row or column 0 is the head.
+struct Grid : Control {
+    enum class CellKind { Text, Tick, Swatch, Picture, Button };
+    struct Cell {
+        std::string Text;
+        CellKind Kind = CellKind::Text;
+        bool Ticked = false;
+        Colour Fill = 0;
+    };
+    Grid(View& view, std::string name, int columns, int rows);
+    void SetSize(int columns, int rows);  // keeps what fits
+    [[nodiscard]] int Columns() const { return columns_; }
+    [[nodiscard]] int Rows() const { return rows_; }
+    /// Faults: Subscript outside the grid.
+    [[nodiscard]] Cell& At(int column, int row);
+    [[nodiscard]] const Cell& At(int column, int row) const;
+    int Row = 0;  // the current cell
+    int Col = 0;
+    std::vector<int> Widths;  // in characters, by column from 0
+    std::function<void(int column, int row)> CellClick;
+    std::function<void(int column, int row)> CellEdit;
+
+private:
+    int columns_ = 0;
+    int rows_ = 0;
+    std::vector<Cell> cells_;
+};
+
+struct Tabs : Control {
+    Tabs(View& view, std::string name, std::vector<std::string> captions)
+        : Control(view, ControlKind::Tabs, std::move(name)), Captions(std::move(captions)) {}
+    std::vector<std::string> Captions;
+    int Index = 0;
+    Handler Click;
+};
+
+struct ScrollBar : Control {
+    ScrollBar(View& view, std::string name)
+        : Control(view, ControlKind::ScrollBar, std::move(name)) {}
+    int Least = 0;
+    int Most = 0;
+    int Value = 0;
+    int Small = 1;
+    int Large = 10;
+    Handler Change;
+};
+
+/// Shape of the pointer over a picture.
+enum class Pointer { Arrow, Finger, Width, Cross };
+enum class MouseButton { None, Left, Right };
+
+/// A picture to draw on. Without a desktop it stands on a blank surface of its size, so that every
+/// drawing command runs headless too.
+struct Picture : Control {
+    Picture(View& view, std::string name, int width = 640, int height = 240);
+    ~Picture();
+    /// The surface that the desktop gives it (nullptr: back to the blank one).
+    void PutOn(Surface* surface);
+    [[nodiscard]] Canvas& Paper() { return *canvas_; }
+    int Width;   // device pixels, kept by the desktop
+    int Height;
+    Pointer Shape = Pointer::Arrow;
+    std::uint64_t Painted = 0;  // raised by whoever drew on it, so that the desktop repaints
+    std::function<void(MouseButton, double x, double y)> MouseDown;
+    std::function<void(MouseButton, double x, double y)> MouseMove;
+    std::function<void(MouseButton, double x, double y)> MouseUp;
+    std::function<void(double x, double y)> DoubleClick;
+
+private:
+    std::unique_ptr<Surface> blank_;
+    std::unique_ptr<Canvas> canvas_;
+};
+
+struct Timer : Control {
+    Timer(View& view, std::string name, int interval)
+        : Control(view, ControlKind::Timer, std::move(name)), Interval(interval) {
+        Enabled = false;
+    }
+    int Interval;  // milliseconds
+    Handler Tick;
+};
+
+/// Menu item, or a menu where others name it as `Parent` (by control name).
+struct Menu : Control {
+    Menu(View& view, std::string name, std::string caption, std::string parent = {})
+        : Control(view, ControlKind::Menu, std::move(name)),
+          Caption(std::move(caption)),
+          Parent(std::move(parent)) {}
+    std::string Caption;
+    std::string Parent;
+    std::string Shortcut;  // "Ctrl+O", empty for none
+    bool Checkable = false;
+    bool Checked = false;
+    bool SeparatorBefore = false;
+    Handler Click;
+};
+
+/// N controls of one kind under one name: `cmdOperation[3]` is called "cmdOperation_3".
+template <class T, std::size_t N>
+class ControlArray {
+public:
+    template <class... Rest>
+    ControlArray(View& view, const std::string& name, const Rest&... rest)
+        : ControlArray(std::make_index_sequence<N>(), view, name, rest...) {}
+    ControlArray(View& view, const std::string& name, std::initializer_list<const char*> captions)
+        : ControlArray(std::make_index_sequence<N>(), view, name, captions) {}
+
+    [[nodiscard]] T& operator[](std::size_t i) { return items_.at(i); }
+    [[nodiscard]] const T& operator[](std::size_t i) const { return items_.at(i); }
+    [[nodiscard]] auto begin() { return items_.begin(); }
+    [[nodiscard]] auto end() { return items_.end(); }
+    [[nodiscard]] static constexpr std::size_t size() { return N; }
+
+private:
+    template <std::size_t... I, class... Rest>
+    ControlArray(std::index_sequence<I...>, View& view, const std::string& name,
+                 const Rest&... rest)
+        : items_{{T(view, name + "_" + std::to_string(I), rest...)...}} {}
+    template <std::size_t... I>
+    ControlArray(std::index_sequence<I...>, View& view, const std::string& name,
+                 std::initializer_list<const char*> captions)
+        : items_{{T(view, name + "_" + std::to_string(I),
+                    std::string(I < captions.size() ? captions.begin()[I] : ""))...}} {}
+    std::array<T, N> items_;
+};
+
+}  // namespace vael
