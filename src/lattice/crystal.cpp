@@ -38,7 +38,8 @@ public:
         if (c == std::char_traits<char>::eof()) return false;
         ++line_;
         for (; c != std::char_traits<char>::eof() && c != '\n'; c = buffer->sbumpc()) {
-            if (text_.size() == LINE_MAX_BYTES) Refuse("a line of text was expected; it is too long.");
+            if (text_.size() == LINE_MAX_BYTES)
+                Refuse("a line of text was expected; it is too long.");
             text_ += static_cast<char>(c);
         }
         return true;
@@ -47,8 +48,7 @@ public:
     /// The next field without its quotes, and whether it stood in quotes. Blank lines are passed
     /// over. `isName`: an unquoted field runs to the comma when one follows on its line.
     std::string Field(const std::string& expected, bool isName = false) {
-        if (!SkipToField())
-            Refuse("the file ends where " + expected + " was expected.");
+        if (!SkipToField()) Refuse("the file ends where " + expected + " was expected.");
         if (text_[at_] == '"') return Quoted();
         std::size_t end = text_.find(',', at_);
         if (!isName || end == std::string::npos) {
@@ -204,7 +204,8 @@ int FindCrystal(const CrystalTable& table, std::string_view wanted) {
     for (int i = 0; i < table.CrystalCount; ++i) {
         const std::string& name = Item(table.Crystals, i).Name;
         const std::string key = MarkerKey(name);
-        if (key == wanted || name == wanted || Trim(std::string_view(name).substr(key.size())) == wanted)
+        if (key == wanted || name == wanted ||
+            Trim(std::string_view(name).substr(key.size())) == wanted)
             return i;
     }
     return -1;

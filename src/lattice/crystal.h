@@ -34,14 +34,14 @@ enum CrystalSystem : std::int16_t {
 
 /// One crystal. Reflections in rows 0 to Count - 1.
 struct CrystalRecord {
-    std::string Name;  // UTF-8; its first word is the marker key
+    std::string Name;                             // UTF-8; its first word is the marker key
     double A = 0.0, B = 0.0, C = 0.0;             // angstrom
     double Alpha = 0.0, Beta = 0.0, Gamma = 0.0;  // degrees
     std::int16_t System = 0;
     std::int16_t Count = 0;
     std::array<std::int16_t, REFLECTION_MAX> Hs{}, Ks{}, Ls{};
-    std::array<double, REFLECTION_MAX> D{};           // angstrom, filled by CalcDSpacings
-    std::array<std::int16_t, REFLECTION_MAX> Flag{};  // working columns: cleared, and read by
+    std::array<double, REFLECTION_MAX> D{};               // angstrom, filled by CalcDSpacings
+    std::array<std::int16_t, REFLECTION_MAX> Flag{};      // working columns: cleared, and read by
     std::array<double, REFLECTION_MAX> Work1{}, Work2{};  // nothing
 
     [[nodiscard]] Cell ReferenceCell() const { return {A, B, C, Alpha, Beta, Gamma}; }

@@ -80,8 +80,8 @@ MarkerArguments ShowMarker(LatticeValues& values, const CrystalRecord& crystal, 
     marker.a = a;
     if (system == SYSTEM_CUB) {
         // The error of a from that of 1/a^2.
-        marker.da = static_cast<float>(
-            0.5 * static_cast<double>(values.Solution.ParamErr(1)) * a * a * a);
+        marker.da =
+            static_cast<float>(0.5 * static_cast<double>(values.Solution.ParamErr(1)) * a * a * a);
         const double da = static_cast<double>(marker.da);
         values.V = a * a * a;
         values.dV = 3.0 * da * a * a;

@@ -45,7 +45,7 @@ struct LatticeValues {
     double V0 = 0.0;           // of the crystal's reference cell
     double X = 0.0, dX = 0.0;  // V/V0
 
-    bool HasBoxes = false;  // false: the boxes keep their old texts
+    bool HasBoxes = false;                     // false: the boxes keep their old texts
     std::array<std::string, 6> LatticeLength;  // a, b, c, alpha, beta, gamma
     std::string Vol;
     std::string VolPerVol0;

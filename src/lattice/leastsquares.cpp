@@ -82,8 +82,7 @@ void CalculateRows(FitArrays& fit, int rows, int np, const Table1<float, METRIC_
         fit.FitDCal(row) = dCal;
         const float f = fit.FitWavelength / 2.0F / dCal;
         const float rest = 1.0F - f * f;
-        if (rest > 0.0F)
-            fit.Fit2Theta(row) = std::atan(f / std::sqrt(rest)) / HALF_DEGREE;
+        if (rest > 0.0F) fit.Fit2Theta(row) = std::atan(f / std::sqrt(rest)) / HALF_DEGREE;
         float delta = fit.FitDObs(row) / dCal - 1.0F;
         if (delta == -1.0F) delta = 0.0F;
         fit.FitDelta(row) = delta;
@@ -279,8 +278,10 @@ bool ConvertCell(const Table1<float, METRIC_COUNT>& p, const Table1<float, METRI
         for (int i = 1; i <= 3; ++i) byCell(i)(n + 3) = -cell(i) / v * dv;
         byCell(n)(n + 3) -= u(n) / sine(n) / (v * r(n));
         byCell(n + 3)(n + 3) = -1.0F / (sine(j) * sine(k));
-        byCell(n + 3)(j + 3) = u(k) / (sine(j) * sine(k)) + cell(n + 3) * u(j) / (sine(j) * sine(j));
-        byCell(n + 3)(k + 3) = u(j) / (sine(j) * sine(k)) + cell(n + 3) * u(k) / (sine(k) * sine(k));
+        byCell(n + 3)(j + 3) =
+            u(k) / (sine(j) * sine(k)) + cell(n + 3) * u(j) / (sine(j) * sine(j));
+        byCell(n + 3)(k + 3) =
+            u(j) / (sine(j) * sine(k)) + cell(n + 3) * u(k) / (sine(k) * sine(k));
     }
     // 4. Derivatives of r and u by p.
     Table1<Table1<float, METRIC_COUNT>, METRIC_COUNT> byParam;

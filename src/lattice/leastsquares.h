@@ -8,9 +8,9 @@ namespace vael {
 
 /// Results of CellRefine.
 inline constexpr int REFINE_OK = 0;
-inline constexpr int REFINE_SINGULAR = 1;     // "最小二乗が計算できません" was said
-inline constexpr int REFINE_CONVERSION = 2;   // the parameters are no cell; nothing is said
-inline constexpr int REFINE_TOO_FEW = -1;     // "計算するための回折線の数が少なすぎます。" was said
+inline constexpr int REFINE_SINGULAR = 1;    // "最小二乗が計算できません" was said
+inline constexpr int REFINE_CONVERSION = 2;  // the parameters are no cell; nothing is said
+inline constexpr int REFINE_TOO_FEW = -1;  // "計算するための回折線の数が少なすぎます。" was said
 
 /// Matches and refines: stores `system` into the crystal (index 0 to 30), computes its d from
 /// `cell`, matches the peaks, carries the use list, loads the fit arrays and refines. 0 on success,

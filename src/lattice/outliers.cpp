@@ -73,8 +73,8 @@ Worst FindWorst(const LatticeState& state, const LatticeValues& values, int syst
 }
 
 int CountObservations(const LatticeState& state) {
-    return static_cast<int>(std::count_if(state.FitData.Match.begin(), state.FitData.Match.end(),
-                                          IsObservation));
+    return static_cast<int>(
+        std::count_if(state.FitData.Match.begin(), state.FitData.Match.end(), IsObservation));
 }
 
 void Append(std::vector<UntickedRow>& all, std::vector<UntickedRow> more) {

@@ -93,8 +93,8 @@ double PressureNaClDecker(double x, double tk) {
     const double e3 = Exp((r * -root2) / rho2);
     double s = Quot(-40.313716478799996, r * r) -
                100.0 * (Quot(8.399999999999999, std::pow(r, 7)) + Quot(14.4, std::pow(r, 9)));
-    s += 6000.0 * ((13.336044 * root2 / rho1) * e2 + (2.1068 / rho) * e1 +
-                   (1.137672 * root2 / rho2) * e3);
+    s += 6000.0 *
+         ((13.336044 * root2 / rho1) * e2 + (2.1068 / rho) * e1 + (1.137672 * root2 / rho2) * e3);
     const double p0 = Quot(s, 6.0 * r * r);
     const double grueneisen = 1.59 * Power(x, 0.93);
     const double debye = 279.0 * Exp((1.59 - grueneisen) / 0.93);  // kelvin

@@ -49,7 +49,15 @@ enum TemperatureUnit : int { TEMPERATURE_CELSIUS = 0, TEMPERATURE_KELVIN = 1 };
 inline constexpr const char* SIMULATION_FILE = "sim298_1273k2.dat";
 void WriteSimulationTable(std::ostream& out);
 
-enum class PressureScale { NaClDecker, PtJamieson, AuAnderson, MgOTable, PtBirch, PtVinet, HbnAxis };
+enum class PressureScale {
+    NaClDecker,
+    PtJamieson,
+    AuAnderson,
+    MgOTable,
+    PtBirch,
+    PtVinet,
+    HbnAxis
+};
 
 /// The scale that a marker key selects, byte for byte; none for any other key.
 [[nodiscard]] std::optional<PressureScale> FindScale(std::string_view key);
@@ -64,7 +72,7 @@ struct MarkerArguments {
     double Vol0 = 0.0;             // of the crystal's reference cell
     double a = 0.0;                // cubic edge, angstrom
     float da = 0.0F;
-    float c = 0.0F, dc = 0.0F;     // hexagonal c axis, angstrom
+    float c = 0.0F, dc = 0.0F;  // hexagonal c axis, angstrom
     double TK = 0.0;
     double TC = 0.0;
 };

@@ -40,12 +40,12 @@ struct ReflectionMatch {
 
 /// The working record of the lattice calculation.
 struct LatticeFitData {
-    std::string Name;        // of the crystal
-    Cell Seed{};             // the cell of the last match
-    std::int16_t DataNo = 0;  // slot of the graph
+    std::string Name;           // of the crystal
+    Cell Seed{};                // the cell of the last match
+    std::int16_t DataNo = 0;    // slot of the graph
     std::int16_t MatchNum = 0;  // number of matched rows
     std::array<ReflectionMatch, MAX_PEAKS> Match{};
-    Cell CurrentSeed{};      // the seeds as typed
+    Cell CurrentSeed{};  // the seeds as typed
 };
 
 /// What was in use before a 2 theta correction.
@@ -63,8 +63,8 @@ struct FitArrays {
     Table1<float, MAX_PEAKS> FitWeight;
     Table1<std::int16_t, MAX_PEAKS> FitFlag;  // 1 used, 2 refused for an angle that is not positive
     Table1<float, MAX_PEAKS> FitDCal;
-    Table1<float, MAX_PEAKS> Fit2Theta;       // stays 0, since nothing sets FitWavelength
-    Table1<float, MAX_PEAKS> FitDelta;        // FitDObs / FitDCal - 1
+    Table1<float, MAX_PEAKS> Fit2Theta;  // stays 0, since nothing sets FitWavelength
+    Table1<float, MAX_PEAKS> FitDelta;   // FitDObs / FitDCal - 1
     float FitWavelength = 0.0F;
     Table1<Table1<float, METRIC_COUNT>, MAX_PEAKS> DesignRow;
     Table1<std::int16_t, METRIC_COUNT> Map;  // n: solved parameter n; -n: follows it; 0: zero

@@ -1,0 +1,88 @@
+// Replacing files: whole or old, with a reason when it fails.
+#include "support/world.h"
+
+#include "core/fault.h"
+#include "files/wholefile.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <csignal>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+using namespace vael;
+
+TEST(WholeFile, ReplacesAndKeepsThePermissions) {
+    TempFolder folder;
+    const std::string path = folder.Write("a", "old");
+    ::chmod(path.c_str(), 0640);
+    ReplaceFile(path, "new content");
+    EXPECT_EQ(BytesOf(path), "new content");
+    struct stat now {};
+    ::stat(path.c_str(), &now);
+    EXPECT_EQ(now.st_mode & 0777, 0640u);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1)
+        << "nothing is left beside it";
+}
+
+TEST(WholeFile, FollowsALinkToItsFile) {
+    TempFolder folder;
+    const std::string path = folder.Write("a", "old");
+    std::filesystem::create_symlink(path, folder.Path("link"));
+    ReplaceFile(folder.Path("link"), "new");
+    EXPECT_EQ(BytesOf(path), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link")));
+}
+
+TEST(WholeFile, AFullDiskIsToldAndTheOldFileStands) {
+    EXPECT_THROW(ReplaceFile("/dev/full", "text"), Fault);
+    TempFolder folder;
+    const std::string path = folder.Write("a", "old");
+    const pid_t child = ::fork();  // a limit on the size of files, in a process of its own
+    if (child == 0) {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{1000, 1000};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        try {
+            ReplaceFile(path, std::string(5000, 'x'));
+        } catch (const Fault&) {
+            ::_exit(7);
+        }
+        ::_exit(0);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 7) << "the failure was told";
+    EXPECT_EQ(BytesOf(path), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+}
+
+TEST(WholeFile, WithoutPermissionNothingIsReadOrChanged) {
+    TempFolder folder;
+    std::filesystem::permissions(folder.Path(), std::filesystem::perms(0755));
+    const std::string path = folder.Write("a", "old");
+    ::chmod(path.c_str(), 0600);
+    const pid_t child = ::fork();  // permissions do not bind root: a child gives its rights up
+    if (child == 0) {
+        if (::getuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) ::_exit(9);
+        if (::getuid() != 65534) ::chmod(path.c_str(), 0);
+        int told = 0;
+        try {
+            (void)OpenToRead(path);
+        } catch (const Fault& fault) {
+            told += fault.Number() == FaultNumber::FileAccess ? 1 : 0;
+        }
+        try {
+            ReplaceFile(path, "new");
+        } catch (const Fault&) {
+            told += 2;
+        }
+        ::_exit(told);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 3);
+    ::chmod(path.c_str(), 0600);
+    EXPECT_EQ(BytesOf(path), "old");
+}

@@ -1,0 +1,108 @@
+// A desk that follows a script: it fails the test on a question nobody expected.
+#pragma once
+
+#include "toolkit/desk.h"
+#include "toolkit/hand.h"
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vael {
+
+class ScriptedDesk : public Desk {
+public:
+    ScriptedDesk() {
+        UseDesk(this);
+        ResetHands();
+        OnFault([this](View&, const std::string& sentence) { Faults.push_back(sentence); });
+    }
+    ~ScriptedDesk() override {
+        EXPECT_TRUE(questions_.empty()) << "never asked: " << questions_.front().first;
+        EXPECT_TRUE(files_.empty()) << "an open dialog that was expected never came";
+        OnFault([](View&, const std::string&) {});
+        UseDesk(nullptr);
+    }
+    ScriptedDesk(const ScriptedDesk&) = delete;
+    ScriptedDesk& operator=(const ScriptedDesk&) = delete;
+
+    // The script.
+    void ExpectQuestion(std::string text, Answer answer = Answer::Ok) {
+        questions_.emplace_back(std::move(text), answer);
+    }
+    void ChooseFiles(std::vector<std::string> paths) {
+        files_.push_back(FileChoice{.Paths = std::move(paths), .FilterIndex = 1});
+    }
+    void CancelOpen() { files_.push_back(std::nullopt); }
+    /// Acts as the user while the next modal view stands.
+    void OnModal(std::function<void(View&)> act) { modals_.push_back(std::move(act)); }
+    std::function<void()> OnBreathe = [] {};
+
+    // What happened.
+    std::vector<std::string> Faults;
+    std::vector<Question> Asked;
+    std::vector<FileDialog> OpenDialogs;
+    int Shows = 0;
+    int BusyDepth = 0;
+    int BusyTurns = 0;
+    bool HasQuit = false;
+
+    Answer Ask(const Question& question) override {
+        Asked.push_back(question);
+        if (questions_.empty()) {
+            ADD_FAILURE() << "nobody expected the question: " << question.Text;
+            return question.Default();
+        }
+        const auto [text, answer] = questions_.front();
+        questions_.pop_front();
+        EXPECT_EQ(question.Text, text);
+        return answer;
+    }
+    std::optional<FileChoice> OpenFiles(const FileDialog& dialog) override {
+        OpenDialogs.push_back(dialog);
+        if (files_.empty()) {
+            ADD_FAILURE() << "nobody expected an open dialog";
+            return std::nullopt;
+        }
+        auto choice = files_.front();
+        files_.pop_front();
+        return choice;
+    }
+    std::optional<FileChoice> SaveFile(const FileDialog&) override { return std::nullopt; }
+    std::optional<Colour> PickColour(Colour) override { return std::nullopt; }
+    std::vector<FolderItem> ListFolder(const std::string&) override { return {}; }
+    bool MakeFolder(const std::string&) override { return false; }
+    void RunModal(View& view) override {
+        if (modals_.empty()) {
+            ADD_FAILURE() << "nobody closes the modal view " << view.Name;
+            view.Visible = false;
+            return;
+        }
+        auto act = std::move(modals_.front());
+        modals_.pop_front();
+        act(view);
+        EXPECT_FALSE(view.Visible) << view.Name << " was left open";
+        view.Visible = false;
+    }
+    void Breathe() override { OnBreathe(); }
+    void Busy(bool on) override {
+        BusyDepth += on ? 1 : -1;
+        if (on) ++BusyTurns;
+    }
+    bool Launch(const std::string&, const std::vector<std::string>&) override { return false; }
+    std::unique_ptr<PrintJob> StartPrintJob(const std::string&) override { return nullptr; }
+    void StayOnTop(View& view, bool on) override { view.OnTop = on; }
+    void Show() override { ++Shows; }
+    void Quit() override { HasQuit = true; }
+
+private:
+    std::deque<std::pair<std::string, Answer>> questions_;
+    std::deque<std::optional<FileChoice>> files_;
+    std::deque<std::function<void(View&)>> modals_;
+};
+
+}  // namespace vael

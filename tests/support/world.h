@@ -1,0 +1,69 @@
+// A fresh world for a test: an empty store, views with their form defaults, a program folder.
+#pragma once
+
+#include "core/frmdialogmessage.h"
+#include "core/frmlog.h"
+#include "core/frmvaelana.h"
+#include "core/params.h"
+#include "core/store.h"
+#include "support/scripteddesk.h"
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <unistd.h>
+
+namespace vael {
+
+/// A folder of its own that goes with the test.
+class TempFolder {
+public:
+    TempFolder() {
+        std::string name = (std::filesystem::temp_directory_path() / "vael-test-XXXXXX").string();
+        if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
+        path_ = name;
+    }
+    ~TempFolder() {
+        std::error_code none;
+        std::filesystem::remove_all(path_, none);
+    }
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+    [[nodiscard]] std::string Path(const std::string& name = {}) const {
+        return name.empty() ? path_ : path_ + "/" + name;
+    }
+    std::string Write(const std::string& name, const std::string& bytes) const {
+        std::ofstream(Path(name), std::ios::binary) << bytes;
+        return Path(name);
+    }
+
+private:
+    std::string path_;
+};
+
+inline std::string BytesOf(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+/// The program started in an empty folder, with a scripted desk.
+struct World {
+    World() {
+        store = Store{};
+        settings = Settings{};
+        Unload(frmVaelAna);
+        Unload(frmLog);
+        Unload(frmDialogMessage);
+        Form_Load(Folder.Path());
+    }
+    TempFolder Folder;
+    ScriptedDesk Desk;
+};
+
+/// A path of the measured spectra, empty where they are not there.
+inline std::string Measured(const std::string& name) {
+    const std::string path = std::string(VAEL_MEASURED_DATA) + "/" + name;
+    return std::filesystem::exists(path) ? path : std::string();
+}
+
+}  // namespace vael

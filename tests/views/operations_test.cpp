@@ -1,0 +1,304 @@
+// The operation panel through the user's hand: derived rows and their contents.
+#include "support/spectra.h"
+#include "support/world.h"
+
+#include "analysis/naxcommands.h"
+#include "core/cursors.h"
+#include "core/fault.h"
+#include "core/graphs.h"
+#include "core/operations.h"
+
+#include <gtest/gtest.h>
+
+using namespace vael;
+
+namespace {
+
+struct Panel : World {
+    void Open(int channels = 1000, double background = 50,
+              const std::vector<GaussLine>& lines = {{300.4, 2000, 9}, {600.7, 1500, 11}}) {
+        Desk.ChooseFiles({Folder.Write("s.npd", NpdText(GaussCounts(channels, background, lines)))});
+        Click(frmVaelAna.mnuLoad);
+    }
+};
+
+std::string Names() {
+    std::string out;
+    for (const GraphEntry& entry : store.GraphList)
+        if (entry.State > 0) out += (out.empty() ? "" : " ") + entry.Name;
+    return out;
+}
+
+std::int32_t CountAt(const std::string& name, int channel) {
+    const int row = RowOfName(name);
+    return Item(Item(store.SpectrumDatas, GetGraphDataNo(row)).Count, channel);
+}
+
+}  // namespace
+
+TEST(Smooth, MakesARowAtTheTopAndTheSourceMovesDown) {
+    Panel w;
+    w.Open();
+    Click(frmVaelAna.mnuSmooth);
+    EXPECT_EQ(Names(), "Smooth s.npd");
+    EXPECT_EQ(GraphNo(), 0);
+    EXPECT_EQ(frmVaelAna.Caption, "Vael (Data Analyze) --- Smooth");
+    // 1-4-6-4-1 over 16 by hand, from the counts of the source
+    const auto& raw = store.SpectrumDatas[0].Count;
+    const double by_hand =
+        (raw[298] + 4.0 * raw[299] + 6.0 * raw[300] + 4.0 * raw[301] + raw[302]) / 16.0;
+    EXPECT_NEAR(CountAt("Smooth", 300), by_hand, 0.5);
+    EXPECT_EQ(store.PropertyRecords[1].Param.DerivedFlags, DERIVED_SMOOTH);
+    EXPECT_EQ(store.PropertyRecords[0].Param.DerivedFlags, 0);
+    EXPECT_EQ(store.PropertyRecords[1].Param.TwoTheta, 10.0) << "the property is copied";
+}
+
+TEST(Smooth, ASmoothRowIsSmoothedInPlaceAndKeepsItsRow) {
+    Panel w;
+    w.Open();
+    Click(frmVaelAna.cmdOperation[3]);
+    const auto once = CountAt("Smooth", 300);
+    Pick(frmVaelAna.cboGrphSel[0], 0);
+    Click(frmVaelAna.cmdOperation[3]);
+    EXPECT_EQ(Names(), "Smooth s.npd");
+    EXPECT_LT(CountAt("Smooth", 300), once) << "smoothed a second time";
+}
+
+TEST(Smooth, WithSmoothingOffTheRowEqualsItsSource) {
+    Panel w;
+    w.Open();
+    settings.SmoothingOn = 0;
+    Click(frmVaelAna.mnuSmooth);
+    EXPECT_EQ(Names(), "Smooth s.npd");
+    EXPECT_EQ(store.SpectrumDatas[1].Count, store.SpectrumDatas[0].Count);
+}
+
+TEST(Smooth, WithTenRowsTakenTheMessageIsShownAndTheSourceStays) {
+    Panel w;
+    std::vector<std::string> paths;
+    for (int n = 0; n < 10; ++n)
+        paths.push_back(w.Folder.Write("r" + std::to_string(n) + ".npd", NpdText({1, 2, 3, 4, 5, 6})));
+    w.Desk.ChooseFiles(paths);
+    Click(frmVaelAna.mnuLoad);
+    Pick(frmVaelAna.cboGrphSel[0], 4);
+    w.Desk.ExpectQuestion("ShiftGraph: List Over!");
+    Click(frmVaelAna.mnuSmooth);
+    EXPECT_EQ(Names(), "r0.npd r1.npd r2.npd r3.npd r4.npd r5.npd r6.npd r7.npd r8.npd r9.npd");
+    EXPECT_EQ(GraphNo(), 4);
+}
+
+TEST(Smooth, WithNineRowsTakenItWorks) {
+    Panel w;
+    std::vector<std::string> paths;
+    for (int n = 0; n < 9; ++n)
+        paths.push_back(w.Folder.Write("r" + std::to_string(n) + ".npd", NpdText({1, 2, 3, 4, 5, 6})));
+    w.Desk.ChooseFiles(paths);
+    Click(frmVaelAna.mnuLoad);
+    Click(frmVaelAna.mnuSmooth);
+    EXPECT_EQ(store.GraphList[0].Name, "Smooth");
+    EXPECT_EQ(store.GraphList[9].Name, "r8.npd");
+}
+
+TEST(Background, LeavesTheRemovedCountsOnTopAndCurrentWithTheBackgroundBelow) {
+    Panel w;
+    w.Open();
+    Click(frmVaelAna.mnuBackGround);
+    EXPECT_EQ(Names(), "BackRemv BackGraund s.npd");
+    EXPECT_EQ(GraphNo(), 0);
+    EXPECT_NEAR(CountAt("BackGraund", 100), 50, 1);
+    for (const int channel : {100, 300, 600})
+        EXPECT_EQ(CountAt("BackRemv", channel),
+                  std::max(0, store.SpectrumDatas[0].Count[static_cast<std::size_t>(channel)] -
+                                  CountAt("BackGraund", channel)));
+    EXPECT_EQ(store.PropertyRecords[1].Param.DerivedFlags, DERIVED_BACKGROUND);
+    EXPECT_EQ(store.PropertyRecords[2].Param.DerivedFlags, DERIVED_REMOVED);
+}
+
+TEST(Background, ARemovedRowIsReusedInPlace) {
+    Panel w;
+    w.Open();
+    Click(frmVaelAna.mnuBackGround);
+    Click(frmVaelAna.mnuBackGround);
+    EXPECT_EQ(Names(), "BackGraund BackRemv BackGraund s.npd")
+        << "the removed row serves in place, its background is new";
+}
+
+TEST(Background, WithNineRowsTakenNothingIsHalfMade) {
+    Panel w;
+    std::vector<std::string> paths;
+    for (int n = 0; n < 9; ++n)
+        paths.push_back(w.Folder.Write("r" + std::to_string(n) + ".npd", NpdText({1, 2, 3, 4, 5, 6})));
+    w.Desk.ChooseFiles(paths);
+    Click(frmVaelAna.mnuLoad);
+    w.Desk.ExpectQuestion("ShiftGraph: List Over!");
+    Click(frmVaelAna.mnuBackGround);
+    EXPECT_EQ(Names(), "r0.npd r1.npd r2.npd r3.npd r4.npd r5.npd r6.npd r7.npd r8.npd");
+    EXPECT_EQ(store.GraphTotal, 9);
+}
+
+TEST(Background, AnIntervalOfZeroIsRefusedInItsWords) {
+    Panel w;
+    w.Open();
+    settings.BackInterval = 0;
+    w.Desk.ExpectQuestion("BackGrand Interval <= 0 !");
+    Click(frmVaelAna.mnuBackGround);
+    EXPECT_EQ(CountAt("BackGraund", 300), CountAt("s.npd", 300)) << "the data stay untouched";
+}
+
+TEST(Fit, ButtonTwoFitsTheRowAndEndsOnIt) {
+    Panel w;
+    w.Open();
+    Click(frmVaelAna.cmdOperation[2]);
+    EXPECT_EQ(Names(), "Fit BackRemv BackGraund s.npd");
+    EXPECT_EQ(GraphNo(), 3) << "the source's row";
+    EXPECT_EQ(store.AreaFitDone, -1);
+    const PeakTable& peaks = store.PeakTables[0];
+    ASSERT_EQ(peaks.PeakNum, 2);
+    EXPECT_NEAR(peaks.Peak[0].Position, 300.4, 0.05);
+    EXPECT_NEAR(peaks.Peak[1].Position, 600.7, 0.05);
+    EXPECT_NEAR(peaks.Peak[0].Width * 2, 9, 0.2);
+    EXPECT_NEAR(peaks.Peak[0].Amplitude, 2000, 30);
+    EXPECT_EQ(peaks.Peak[0].FitState, 65535);
+    EXPECT_EQ(peaks.Peak[0].GaussRatio, 1.0);
+    const int fit = GetGraphDataNo(0);
+    EXPECT_EQ(Item(store.PeakTables, fit).PeakNum, 2) << "the fit graph takes over the peaks";
+    EXPECT_EQ(Item(store.PropertyRecords, fit).Param.DerivedFlags & DERIVED_FIT, DERIVED_FIT);
+    EXPECT_EQ(store.PropertyRecords[0].Param.DerivedFlags & DERIVED_FIT, 0)
+        << "and on no other slot, so that no fit overwrites counts";
+    EXPECT_EQ(w.Desk.BusyTurns, 1);
+    EXPECT_EQ(w.Desk.BusyDepth, 0);
+}
+
+TEST(Fit, ButtonZeroTwiceReplacesTheRowsAndMakesNone) {
+    Panel w;
+    w.Open();
+    Click(frmVaelAna.cmdOperation[0]);
+    EXPECT_EQ(Names(), "Fit BackRemv BackGraund Smooth s.npd");
+    EXPECT_FALSE(frmVaelAna.cmdOperation[0].Enabled);
+    EXPECT_FALSE(frmVaelAna.cmdOperation[2].Enabled);
+    EXPECT_TRUE(frmVaelAna.cmdOperation[1].Enabled);
+    EXPECT_TRUE(frmVaelAna.cmdOperation[4].Enabled);
+    EXPECT_FALSE(Click(frmVaelAna.cmdOperation[1])) << "withheld all the same";
+    EXPECT_EQ(store.GraphList[static_cast<std::size_t>(GraphNo())].Name, "Smooth");
+    EXPECT_FALSE(Click(frmVaelAna.cmdOperation[0])) << "its own disabling forbids it by hand";
+    cmdOperation_Click(0);
+    EXPECT_EQ(Names(), "Fit BackRemv BackGraund Smooth s.npd");
+    EXPECT_EQ(store.PeakTables[1].PeakNum, 2) << "the slot's table was emptied first";
+}
+
+TEST(Fit, TheNaxBackgroundIsStoredWhereItIsNotZeroAndTakenOff) {
+    Panel w;
+    w.Open();
+    Click(frmVaelAna.cmdOperation[2]);
+    EXPECT_NEAR(CountAt("BackGraund", 300), 50, 5);
+    EXPECT_NEAR(CountAt("BackRemv", 300), CountAt("s.npd", 300) - CountAt("BackGraund", 300), 0);
+    EXPECT_EQ(CountAt("BackGraund", 450), 0) << "no group reaches here";
+    EXPECT_EQ(CountAt("BackRemv", 450), 0);
+}
+
+TEST(Fit, ALongSpectrumKeepsItsUpperHalfInTheBackgroundRowAndZeroInTheRemovedOne) {
+    Panel w;
+    w.Open(8192, 50, {{300.4, 2000, 9}, {6000.0, 2000, 9}});
+    Click(frmVaelAna.mnuBackGround);
+    Click(frmVaelAna.mnuGraphRaw);
+    Pick(frmVaelAna.cboGrphSel[0], 2);
+    const auto before = CountAt("BackGraund", 6000);
+    const auto slot = GetGraphDataNo(RowOfName("BackRemv"));
+    Item(store.SpectrumDatas, slot).Count.fill(0);
+    Click(frmVaelAna.cmdOperation[2]);
+    EXPECT_EQ(CountAt("BackGraund", 6000), before) << "channels from 4096 on stay unchanged";
+    EXPECT_EQ(CountAt("BackRemv", 6000), 0);
+}
+
+TEST(Fit, NoPeaksSayTheirWordsAndFitFailed) {
+    Panel w;
+    w.Open(1000, 50, {});
+    w.Desk.ExpectQuestion("NO PEAKS ARE FOUND");
+    w.Desk.ExpectQuestion("Fit Failed");
+    Click(frmVaelAna.cmdOperation[2]);
+    EXPECT_EQ(RowOfName("Fit"), -1);
+    EXPECT_EQ(store.AreaFitDone, 0);
+}
+
+TEST(Fit, ARunTimeErrorInTheFitShowsItsAdvice) {
+    Panel w;
+    w.Open();
+    store.GraphList[0].DataNo = 99;  // a slot that does not exist: the run ends in a fault
+    w.Desk.ExpectQuestion(
+        "Fitting was failed. Please change fit parameters(Change BG Coefficient to 5.0) and retry");
+    try {
+        cmdOperation_Click(2);
+    } catch (const Fault&) {
+        FAIL() << "the error was not caught";
+    }
+    EXPECT_EQ(w.Desk.BusyDepth, 0) << "the busy cursor is given back";
+    store.GraphList[0].DataNo = 0;
+}
+
+TEST(AutoFitting, SmoothsRemovesTheBackgroundAndFitsTheRest) {
+    Panel w;
+    w.Open();
+    Click(frmVaelAna.cmdAutoFit);
+    EXPECT_EQ(Names(), "Fit BackRemv BackGraund Smooth s.npd");
+    ASSERT_EQ(store.PeakTables[3].PeakNum, 2) << "the peaks of the row BackRemv";
+    EXPECT_NEAR(store.PeakTables[3].Peak[0].Position, 300.4, 0.1);
+    for (std::size_t k = 1; k <= 4; ++k) EXPECT_FALSE(frmVaelAna.cmdOperation[k].Enabled) << k;
+    EXPECT_EQ(frmVaelAna.Caption, "Vael (Data Analyze) --- Fit");
+    EXPECT_NE(frmLog.txtMessage.Text.find("CONV"), std::string::npos);
+}
+
+TEST(AutoFitting, WithTwoGraphsLoadedItDoesNothing) {
+    Panel w;
+    const std::string a = w.Folder.Write("a.npd", NpdText(GaussCounts(500, 20, {{200, 900, 8}})));
+    w.Desk.ChooseFiles({a, a});
+    Click(frmVaelAna.mnuLoad);
+    Click(frmVaelAna.cmdAutoFit);
+    EXPECT_EQ(Names(), "a.npd a.npd");
+}
+
+TEST(AutoFitting, WithNoSpectrumNothingHappens) {
+    Panel w;
+    Click(frmVaelAna.cmdAutoFit);
+    Click(frmVaelAna.mnuSmooth);
+    Click(frmVaelAna.mnuBackGround);
+    Click(frmVaelAna.cmdOperation[0]);
+    Click(frmVaelAna.cmdOperation[2]);
+    EXPECT_EQ(Names(), "");
+    EXPECT_EQ(store.GraphTotal, 0);
+    EXPECT_TRUE(w.Desk.Faults.empty());
+}
+
+TEST(ClearAllData, EmptiesRowsAndPeaks) {
+    Panel w;
+    w.Open();
+    Click(frmVaelAna.cmdOperation[2]);
+    ClearAllData();
+    EXPECT_EQ(Names(), "");
+    EXPECT_EQ(store.GraphTotal, 0);
+    EXPECT_EQ(store.PeakTables[0].PeakNum, 0);
+}
+
+TEST(ManualFit, PutsItsPeaksIntoTheTableAndAFitRow) {
+    Panel w;
+    w.Open();
+    NaxManualInput input;
+    input.StartCh = 260;
+    input.EndCh = 350;
+    input.Peaks = {{.CenterCh = 300, .MaxCount = 1800, .Width = 8}};
+    EXPECT_EQ(NaxManualFit(0, 0, input), 0);
+    EXPECT_EQ(Names(), "Fit s.npd");
+    ASSERT_EQ(store.PeakTables[0].PeakNum, 1);
+    EXPECT_NEAR(store.PeakTables[0].Peak[0].Position, 300.4, 0.01) << "0-based, one below the 1-based fit";
+}
+
+TEST(JumpPeak, MovesTheCursorAndLeavesTheUnroundedPosition) {
+    Panel w;
+    w.Open();
+    Click(frmVaelAna.cmdOperation[2]);
+    JumpPeak(0, 0, 1);
+    EXPECT_NEAR(frmVaelAna.inumCursorCh.Value, 300.4, 0.05);
+    JumpPeak(0, 300, 1);
+    EXPECT_NEAR(frmVaelAna.inumCursorCh.Value, 600.7, 0.05);
+    JumpPeak(0, 601, 1);
+    EXPECT_NEAR(frmVaelAna.inumCursorCh.Value, 600.7, 0.05) << "from the last peak nothing moves";
+}
