@@ -26,16 +26,16 @@ struct AxisScale {
 [[nodiscard]] std::array<std::int16_t, 11> InitScaleDiv();
 
 /// Draws the labels of the count axis, right-aligned to the right edge. A canvas whose top
-/// coordinate is not 0 keeps its coordinates, in which the axis runs from 0 up to 100; else the strip
-/// is scaled to 100 by 100 and given back in pixels. A full scale below 10 is the log axis of seven
-/// decades.
+/// coordinate is not 0 keeps its coordinates, in which the axis runs from 0 up to 100; else the
+/// strip is scaled to 100 by 100 and given back in pixels. A full scale below 10 is the log axis
+/// of seven decades.
 void YScaleDraw(Canvas& canvas, std::int32_t fullScale, AxisScale& axis, Colour ink);
 
 /// The second count axis: as `YScaleDraw`, on the right of a plot, labels left-aligned.
 void YScaleDrawRight(Canvas& canvas, std::int32_t fullScale, AxisScale& axis, Colour ink);
 
-/// What the lower axis shows. The slot's own 2 theta decides whether unit 4 is possible; values come
-/// from the calibration in force.
+/// What the lower axis shows. The slot's own 2 theta decides whether unit 4 is possible; values
+/// come from the calibration in force.
 struct XAxis {
     int Unit = 0;            // axis unit; negative counts as 0
     int Ticks = 4;           // divisions, 1 to 20; the main view has four, that is five labels

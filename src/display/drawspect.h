@@ -114,8 +114,8 @@ public:
     void ClearRegistrations();
     void ClearRegistrations(int target);
 
-    /// Stores the first `count` values of `data` as graph `graph`; channels behind them count 0. The
-    /// choice of piling graphs up is the caller's: what it adds to the counts is drawn. Says
+    /// Stores the first `count` values of `data` as graph `graph`; channels behind them count 0.
+    /// The choice of piling graphs up is the caller's: what it adds to the counts is drawn. Says
     /// "グラフ番号が有効ではありません。" for a graph outside 0 to 13. Faults: Subscript for a
     /// count above the data or 8193, Overflow where YTop less a count leaves 32 bits.
     void RegisterGraph(int target, int graph, std::span<const std::int32_t> data, int count,
@@ -132,7 +132,7 @@ public:
 
     /// The channels shown, numbered from 1 as the user sees them: XStart = start - 1 and XEnd =
     /// end - 1. Refused with a message: a start below 1; an XEnd of 8192 or more. More than 8192
-    /// channels are told too, and XEnd is cut to 8191.
+    /// channels are told too: then XEnd is cut to 8191 and XStart stays.
     void SetChannelRange(int target, int start, int end);
     /// The full scale. Graphs that are registered follow it. `log`: YTop becomes LOG_DECADES,
     /// whatever `fullScale` says.
@@ -155,7 +155,7 @@ public:
     void DrawPeakMarks(int target, std::span<const PeakTable> peakTables);
 
     /// Add a row to a table; false and a message (none for marks) when it is full.
-    bool RegisterText(int target, double x, double y, std::string_view utf8, TextStyle style);
+    bool RegisterText(int target, double x, double y, std::string_view utf8, TextStyle style = {});
     bool RegisterSymbol(int target, double x, double y, SymbolShape shape, Colour colour,
                         int sizePixels = 7);
     /// A line at channel x from y1 to y2, with a text beside its upper end when there is one.
