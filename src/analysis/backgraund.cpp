@@ -17,8 +17,8 @@ void StripOnce(Int16 interval, std::span<std::int32_t> data, std::int16_t n) {
         const Int16 left = j * interval;
         const Int16 middle = (j + Int16(1)) * interval;
         const Int16 right = (j + Int16(2)) * interval;
-        const Int32 sum = Int32(Item(data, std::int16_t{left})) +
-                          Int32(Item(data, std::int16_t{right}));
+        const Int32 sum =
+            Int32(Item(data, std::int16_t{left})) + Int32(Item(data, std::int16_t{right}));
         const std::int32_t mean = Whole32(static_cast<double>(std::int32_t{sum}) / 2.0);
         std::int32_t& anchor = Item(data, std::int16_t{middle});
         if (anchor > mean) anchor = mean;

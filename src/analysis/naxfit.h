@@ -7,14 +7,14 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <span>
 #include <vector>
 
 namespace vael {
 
-inline constexpr int NAX_POINTS = 500;      // data points of one fit
-inline constexpr int NAX_PARAMS = 30;       // unknowns of one fit; a 31st row holds the scales
-inline constexpr int NAX_CHANNELS = 4096;   // channels of the working spectrum
+inline constexpr int NAX_POINTS = 500;           // data points of one fit
+inline constexpr int NAX_PARAMS = 30;            // unknowns of one fit; a 31st row holds the scales
+inline constexpr int NAX_CHANNELS = 4096;        // channels of the working spectrum
 inline constexpr double FWHM_PER_W = 1.6651092;  // 2 sqrt(ln 2): full width F = 1.6651092 W
 
 /// 0 if x <= -20, 1 + x if |x| <= 1e-6, otherwise exp(x): every exponential of the model.
@@ -63,17 +63,20 @@ struct NaxSolver {
 /// scaled by their largest weighted entry. Errors are the standard errors, scaled by the variance
 /// of the fit; with n - m <= 0 there is no variance and they are those of unit variance. False when
 /// a column is zero or the determinant of the scaled matrix is not above eps.
-[[nodiscard]] bool NaxLsq(int m, int n, double eps, NaxSolver& solver);
+/// Mode 2 says that design and weights are those of the last solution: its inverse serves again.
+inline constexpr int NAX_LSQ_NEW = 1;
+inline constexpr int NAX_LSQ_SAME = 2;
+[[nodiscard]] bool NaxLsq(int m, int n, double eps, NaxSolver& solver, int mode = NAX_LSQ_NEW);
 
 /// Constants of a fit.
 struct NaxLimits {
-    double IterationLimit = 30.0;   // outer steps
-    double RetryLimit = 20.0;       // steps without a decrease
-    double DampExponent = 11.0;     // smallest damping factor is 2 to the power -11
-    double EpsChi = 0.0001;         // relative change of chi-square
-    double EpsErr = 0.001;          // step in units of the standard error
-    double EpsPar = 0.000001;       // step relative to the parameter; floor of chi-square
-    double EpsDet = 0.000001;       // singularity of the solver
+    double IterationLimit = 30.0;  // outer steps
+    double RetryLimit = 20.0;      // steps without a decrease
+    double DampExponent = 11.0;    // smallest damping factor is 2 to the power -11
+    double EpsChi = 0.0001;        // relative change of chi-square
+    double EpsErr = 0.001;         // step in units of the standard error
+    double EpsPar = 0.000001;      // step relative to the parameter; floor of chi-square
+    double EpsDet = 0.000001;      // singularity of the solver
 };
 
 /// The three parameters of a peak, in the order of the list.
@@ -86,10 +89,10 @@ enum NaxLink : int { NAX_LINK_NONE = 0, NAX_LINK_OFFSET = 1, NAX_LINK_RATIO = 2 
 struct NaxParam {
     double Value = 0.0;
     double Error = 0.0;
-    bool Free = true;                 // neither fixed nor linked
+    bool Free = true;  // neither fixed nor linked
     NaxLink Link = NAX_LINK_NONE;
-    int Master = -1;                  // index in the full list
-    double Term = 0.0;                // value = master - Term (offset), master * Term (ratio)
+    int Master = -1;    // index in the full list
+    double Term = 0.0;  // value = master - Term (offset), master * Term (ratio)
 };
 
 /// State of one run: all arrays are allocated here and none inside the iteration. Working channels
@@ -97,23 +100,24 @@ struct NaxParam {
 struct NaxState {
     NaxState();
 
-    std::vector<std::int32_t> Spectrum;        // 1 to 4096
-    std::int16_t ChannelNum = 0;               // channels in it
-    std::int16_t NaxStartCh = 0;               // region of the fit, 1-based, inclusive
+    std::vector<std::int32_t> Spectrum;  // 1 to 4096
+    std::int16_t ChannelNum = 0;         // channels in it
+    std::int16_t NaxStartCh = 0;         // region of the fit, 1-based, inclusive
     std::int16_t NaxEndCh = 0;
     std::int16_t NaxPeakNum = 0;
-    std::int16_t NaxParamNum = 0;              // 3 * peaks, or 3 with no peak
+    std::int16_t NaxParamNum = 0;  // 3 * peaks, or 3 with no peak
     NaxLimits Limits;
-    std::vector<NaxParam> Param;               // full list, three to a peak
-    std::array<double, 3> Background{};        // b1 + b2 d + b3 d d, d = x - (start + end) / 2
+    std::vector<NaxParam> Param;         // full list, three to a peak
+    std::array<double, 3> Background{};  // b1 + b2 d + b3 d d, d = x - (start + end) / 2
     std::array<double, 3> BackgroundError{};
-    std::vector<double> X;                     // channels and counts of the region
+    std::vector<double> X;  // channels and counts of the region
     std::vector<double> Y;
     NaxSolver Solver;
+    NaxSolver Search;                          // of the search, whose design hardly ever changes
     std::array<double, NAX_PARAMS> Working{};  // free parameters, then the background
     int FreeNum = 0;
-    std::vector<std::int32_t> NaxBackground;   // image of the background, 0-based channels
-    double EnergyTimesD = 0.0;                 // 6.19927 / sin(theta), 0 without an angle
+    std::vector<std::int32_t> NaxBackground;  // image of the background, 0-based channels
+    double EnergyTimesD = 0.0;                // 6.19927 / sin(theta), 0 without an angle
 };
 
 /// Copies the counts, up to channel 4096, and forms energy times d (keV angstrom) from the graph's
@@ -149,6 +153,6 @@ NaxOutcome NaxIterate(NaxState& state, const Talk& talk);
 /// Writes round(a + b d + c d d), d = channel - p, for the 1-based channels from to to into the
 /// image (index channel - 1), unless a is exactly 0. Faults: Overflow.
 void NaxStoreBackground(double a, double b, double c, double p, int from, int to,
-                        std::vector<std::int32_t>& image);
+                        std::span<std::int32_t> image);
 
 }  // namespace vael

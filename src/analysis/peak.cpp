@@ -5,6 +5,7 @@
 #include "analysis/jump.h"
 #include "core/fault.h"
 
+#include <algorithm>
 #include <array>
 
 namespace vael {
@@ -90,8 +91,8 @@ std::optional<PeakJump> JumpPeak(const PeakTable& peaks, int channel, int direct
     const auto key = [&peaks](int i) { return Whole16(Item(peaks.Peak, i).Position); };
     const int index = NeighbourOf(peaks.PeakNum, channel, direction, key);
     if (!IsRow(peaks, index)) return std::nullopt;
-    return PeakJump{.Index = index, .Channel = key(index),
-                    .Position = Item(peaks.Peak, index).Position};
+    return PeakJump{
+        .Index = index, .Channel = key(index), .Position = Item(peaks.Peak, index).Position};
 }
 
 void CalcIntensity(const SpectrumData& spectrum, PeakTable& peaks, int index) {
@@ -117,8 +118,9 @@ void AdjustRegions(int window, int slot, int first, int last, const SpectrumData
         const std::int16_t to = Whole16(right.Position);
         std::int16_t best = left.EndCh;
         std::int32_t lowest = Item(spectrum.Count, to);
-        for (std::int16_t b = from; b <= to; ++b) {
-            // The boundary b is judged by the count one channel to its left; so it stays.
+        for (std::int16_t b = std::max<std::int16_t>(from, 1); b <= to; ++b) {
+            // The boundary b is judged by the count one channel to its left; so it stays. Channel 0
+            // has none to its left and is no boundary.
             const std::int32_t count = Item(spectrum.Count, b - 1);
             if (count >= lowest) continue;
             lowest = count;

@@ -103,8 +103,8 @@ std::optional<RoiJump> JumpRoi(const RoiList& rois, int channel, int direction) 
     const int index = NeighbourOf(rois.RoiNum, channel, direction, key);
     if (!IsRow(rois, index)) return std::nullopt;
     const RoiRecord& roi = Item(rois.RoiTable, index);
-    return RoiJump{.Index = index, .StartCh = roi.StartCh, .EndCh = roi.EndCh,
-                   .Channel = key(index)};
+    return RoiJump{
+        .Index = index, .StartCh = roi.StartCh, .EndCh = roi.EndCh, .Channel = key(index)};
 }
 
 }  // namespace vael

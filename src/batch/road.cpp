@@ -27,6 +27,26 @@ std::string Joined(const std::vector<std::string>& texts) {
     return out;
 }
 
+/// Rows that were left out, one text for each reason.
+std::vector<std::string> UntickedTexts(const std::vector<UntickedRow>& rows,
+                                       const std::vector<RoadPeak>& peaks) {
+    std::vector<std::pair<std::string, std::string>> byReason;
+    for (const UntickedRow& row : rows) {
+        const std::string text =
+            std::to_string(row.Index[0]) + " " + std::to_string(row.Index[1]) + " " +
+            std::to_string(row.Index[2]) + " at " +
+            FormatNumber(Item(peaks, row.Row).Ch, "0.00");
+        if (byReason.empty() || byReason.back().first != row.Reason)
+            byReason.emplace_back(row.Reason, text);
+        else
+            byReason.back().second += ", " + text;
+    }
+    std::vector<std::string> out;
+    for (const auto& [reason, text] : byReason)
+        out.push_back("not used: " + text + " (" + reason + ")");
+    return out;
+}
+
 std::unique_ptr<LatticeState> FreshLattice(const CrystalTable& crystals) {
     auto state = std::make_unique<LatticeState>();
     state->Table = crystals;
@@ -168,11 +188,8 @@ void Road::Calculate(int slot, RoadResult& result) {
         peak.DCalc = values.Status == CalcStatus::Ok ? CalculatedD(values, result.System, row)
                                                      : row.DCal;
     }
-    for (const UntickedRow& row : ruled.Unticked)
-        said.push_back("not used: " + std::to_string(row.Index[0]) + " " +
-                       std::to_string(row.Index[1]) + " " + std::to_string(row.Index[2]) + " at " +
-                       FormatNumber(result.Peaks[static_cast<std::size_t>(row.Row)].Ch, "0.00") +
-                       " (" + row.Reason + ")");
+    for (std::string& text : UntickedTexts(ruled.Unticked, result.Peaks))
+        said.push_back(std::move(text));
     if (!said.empty())
         result.Message += (result.Message.empty() ? "" : "; ") + Joined(said);
     switch (values.Status) {

@@ -12,7 +12,8 @@ void PackedReader::Take(std::span<std::uint8_t> bytes, std::uint8_t filler) {
         got = in_->gcount();
     }
     offset_ += static_cast<std::uint64_t>(got);
-    if (static_cast<std::size_t>(got) < bytes.size()) {
+    cut_ = static_cast<std::size_t>(got) < bytes.size();
+    if (cut_) {
         short_ = true;
         std::fill(bytes.begin() + got, bytes.end(), filler);
     }

@@ -24,6 +24,7 @@ public:
     void Field(T& value) {
         std::array<std::uint8_t, sizeof(T)> bytes{};
         Take(bytes, 0);
+        if (cut_) bytes.fill(0);  // half a number is none
         if constexpr (std::endian::native == std::endian::big) Reverse(bytes);
         std::memcpy(&value, bytes.data(), sizeof(T));
     }
@@ -43,6 +44,7 @@ private:
     std::istream* in_;
     std::uint64_t offset_ = 0;
     bool short_ = false;
+    bool cut_ = false;  // the last field was not whole
 };
 
 /// Writes fields one behind the other.

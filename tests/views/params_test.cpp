@@ -1,6 +1,7 @@
 // Start-up, the two files kept between runs, and the orderly end.
 #include "support/world.h"
 
+#include "core/fault.h"
 #include "core/graphs.h"
 #include "files/packed.h"
 

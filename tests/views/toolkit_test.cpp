@@ -2,6 +2,7 @@
 #include "support/scripteddesk.h"
 
 #include "core/fault.h"
+#include "core/text.h"
 #include "toolkit/hand.h"
 
 #include <gtest/gtest.h>
