@@ -5,6 +5,7 @@
 #include "toolkit/hand.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -129,9 +130,18 @@ void Wire(TextBox& record, QLineEdit& widget, const Again& again) {
     WireLine(record, widget, again);
 }
 
+/// A box that only shows stays readable, on the ground of the window, and out of the way of Tab.
+void ShowReadOnly(QLineEdit& widget, bool readOnly) {
+    widget.setReadOnly(readOnly);
+    widget.setFocusPolicy(readOnly ? Qt::ClickFocus : Qt::StrongFocus);
+    QPalette palette = QApplication::palette();
+    if (readOnly) palette.setColor(QPalette::Base, palette.color(QPalette::Window));
+    widget.setPalette(palette);
+}
+
 void Bring(const TextBox& record, QLineEdit& widget) {
     widget.setText(Words(record.Text));
-    widget.setReadOnly(record.ReadOnly);
+    ShowReadOnly(widget, record.ReadOnly || record.Withheld);
 }
 
 void Wire(NumberBox& record, QLineEdit& widget, const Again& again) {
@@ -141,7 +151,7 @@ void Wire(NumberBox& record, QLineEdit& widget, const Again& again) {
 
 void Bring(const NumberBox& record, QLineEdit& widget) {
     widget.setText(Words(record.Text()));
-    widget.setReadOnly(record.ReadOnly);
+    ShowReadOnly(widget, record.ReadOnly || record.Withheld);
 }
 
 void Wire(TextBox& record, QPlainTextEdit& widget, const Again&) {
@@ -270,7 +280,9 @@ void Bring(const Menu& record, QAction& widget) {
 template <class Widget>
 void BringCommon(const Control& record, Widget& widget) {
     if constexpr (!std::is_same_v<Widget, QTimer>) {
-        widget.setEnabled(record.Enabled && !record.Withheld);
+        // A withheld box still shows its value; nothing can be typed into it.
+        const bool shows = std::is_same_v<Widget, QLineEdit>;
+        widget.setEnabled(record.Enabled && (shows || !record.Withheld));
         widget.setToolTip(Words(record.Tip));
         widget.setVisible(record.Visible);
     }

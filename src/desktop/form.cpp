@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFontDatabase>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -31,13 +32,13 @@ void Form::Decorate() {
         const QString name = button->property("symbol").toString();
         if (!name.isEmpty()) button->setIcon(SymbolIcon(name, QApplication::palette()));
         if (button->property("primary").toBool()) {
+            // Darker than the highlight, since the style lightens a button towards its top.
             QPalette accent = QApplication::palette();
-            accent.setColor(QPalette::Active, QPalette::Button, accent.color(QPalette::Highlight));
-            accent.setColor(QPalette::Inactive, QPalette::Button, accent.color(QPalette::Highlight));
-            accent.setColor(QPalette::Active, QPalette::ButtonText,
-                            accent.color(QPalette::HighlightedText));
-            accent.setColor(QPalette::Inactive, QPalette::ButtonText,
-                            accent.color(QPalette::HighlightedText));
+            const QColor ground = accent.color(QPalette::Active, QPalette::Highlight).darker(150);
+            for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+                accent.setColor(group, QPalette::Button, ground);
+                accent.setColor(group, QPalette::ButtonText, Qt::white);
+            }
             button->setPalette(accent);
         }
     }
@@ -46,6 +47,12 @@ void Form::Decorate() {
         QFont larger = QApplication::font();
         larger.setPointSizeF(larger.pointSizeF() + 1.0);
         box->setFont(larger);
+    }
+    for (QLabel* label : findChildren<QLabel*>()) {
+        if (!label->property("fine").toBool()) continue;
+        QFont smaller = QApplication::font();
+        smaller.setPointSizeF(smaller.pointSizeF() - 1.5);
+        label->setFont(smaller);
     }
     for (QPlainTextEdit* text : findChildren<QPlainTextEdit*>())
         if (text->property("fixedPitch").toBool())
@@ -79,6 +86,7 @@ void Form::changeEvent(QEvent* event) {
 
 void Form::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
+    if (palette_) palette_(QApplication::palette());
     Refitted();
 }
 

@@ -6,6 +6,9 @@
 #include <QPixmap>
 #include <QSvgRenderer>
 
+// The drawings lie in a static library, which a program must ask for by name outside any namespace.
+static void TakeDrawings() { Q_INIT_RESOURCE(desktop); }
+
 namespace vael {
 namespace {
 
@@ -28,6 +31,7 @@ QByteArray Inked(QByteArray svg, const QColor& ink) {
 }
 
 QByteArray FileOf(const QString& name) {
+    TakeDrawings();
     QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }

@@ -153,6 +153,13 @@ void EdgeFrame::paintEvent(QPaintEvent*) {
         QRectF(rect()).adjusted(width / 2.0, width / 2.0, -width / 2.0, -width / 2.0), 4.0, 4.0);
 }
 
+void ThinLine::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setPen(Mixed(palette().color(QPalette::WindowText), palette().color(QPalette::Window),
+                         0.75));
+    painter.drawLine(width() / 2, 4, width() / 2, height() - 5);
+}
+
 void TitledGroup::setTitle(const QString& title) {
     title_ = title;
     update();

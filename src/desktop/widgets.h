@@ -74,6 +74,16 @@ private:
     bool raised_ = false;
 };
 
+/// An upright hairline between groups of buttons.
+class ThinLine : public QFrame {
+    Q_OBJECT
+public:
+    explicit ThinLine(QWidget* parent = nullptr) : QFrame(parent) { setFixedWidth(9); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
 /// A group of controls with a small title and a hairline above it.
 class TitledGroup : public QFrame {
     Q_OBJECT
