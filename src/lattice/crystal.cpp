@@ -80,7 +80,10 @@ public:
     bool AtEnd() { return !SkipToField(); }
 
     static std::string Shown(std::string_view field) {
-        return "\"" + FromCp932(CutCp932(field, 40)) + "\"";
+        std::string text(1, '"');
+        text += FromCp932(CutCp932(field, 40));
+        text += '"';
+        return text;
     }
 
 private:
