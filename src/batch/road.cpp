@@ -225,13 +225,30 @@ std::string HklText(const Hkl& index) {
            std::to_string(index[2]);
 }
 
+/// Whether the k-th constant of the cell is a system's own, not set by another one.
+bool IsOwn(int system, std::size_t k) {
+    constexpr std::array<std::array<bool, 6>, 6> OWN{{{true},
+                                                      {true, false, true},
+                                                      {true, false, true},
+                                                      {true, true, true},
+                                                      {true, true, true, false, true},
+                                                      {true, true, true, true, true, true}}};
+    return Item(OWN, system)[k];
+}
+
+/// What fits on one line of a page.
+std::string OneLine(const std::string& text) {
+    constexpr std::size_t FITS = 170;
+    return text.size() <= FITS ? text : text.substr(0, text.rfind(' ', FITS)) + " ...";
+}
+
 /// Cell, volume and pressure as lines of a page.
 PageBlock CellBlock(const RoadResult& result) {
     const LatticeValues& v = *result.Cell;
     PageBlock block{.Title = result.Crystal, .Lines = {{"System", SystemListText(result.System)}}};
     constexpr std::array<const char*, 6> NAMES{"a / A", "b / A", "c / A", "alpha", "beta", "gamma"};
     for (std::size_t k = 0; k < NAMES.size(); ++k)
-        if (k == 0 || v.CellError[k] > 0.0)
+        if (IsOwn(result.System, k))
             block.Lines.emplace_back(NAMES[k], WithError(v.CellNow[k], v.CellError[k], "0.00000"));
     block.Lines.emplace_back("V / A3", WithError(v.V, v.dV, "0.0000"));
     block.Lines.emplace_back("V/V0", WithError(v.X, v.dX, "0.000000"));
@@ -244,11 +261,13 @@ PageBlock CellBlock(const RoadResult& result) {
 
 PageTable PeakPageTable(const RoadResult& result) {
     PageTable table{.Head = {"ch", "keV", "d / A", "fwhm", "net", "h k l", "d calc", "used"}, .Rows = {}};
-    for (const RoadPeak& p : result.Peaks)
+    for (const RoadPeak& p : result.Peaks) {
+        if (result.Cell && !p.Matched) continue;  // the peak list has them all
         table.Rows.push_back({FormatNumber(p.Ch, "0.00"), FormatNumber(p.KeV, "0.000"),
                               FormatNumber(p.D, "0.0000"), FormatNumber(p.FwhmCh, "0.00"),
                               FormatNumber(p.Net, "0"), p.Index ? HklText(*p.Index) : "",
                               p.DCalc ? FormatNumber(*p.DCalc, "0.0000") : "", p.Used ? "yes" : ""});
+    }
     return table;
 }
 
@@ -288,7 +307,7 @@ std::string Road::Page(const RoadResult& result) const {
     page.Blocks.push_back(std::move(about));
     if (result.Cell) page.Blocks.push_back(CellBlock(result));
     page.Table = PeakPageTable(result);
-    page.Footer = result.Message;
+    page.Footer = OneLine(result.Message);
 
     SvgSurface paper;
     paper.SetTitle(page.Title);
