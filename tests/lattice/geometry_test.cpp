@@ -219,6 +219,22 @@ TEST(MatchPeaks, AReflectionExactlyAtThePickupRangeIsNotTaken) {
     EXPECT_EQ(state->FitData.MatchNum, 1);
 }
 
+TEST(MatchPeaks, NorIsOneExactlyAtThePickupRangeBelow) {
+    auto state = NewState();
+    Graph graph;
+    graph.AddD(2.0);
+    CrystalRecord crystal = CrystalOf(SYSTEM_CUB, {{1, 0, 0}});
+    const double d = ChToUnit(UNIT_D, graph.Peaks->Peak[0].Position, graph.Property->Param, {});
+    crystal.D[0] = d - 0.03125;
+    graph.Pickup = d - crystal.D[0];
+    ASSERT_EQ(d - graph.Pickup, crystal.D[0]);
+    MatchPeaks(*state, crystal, {}, graph.Source());
+    EXPECT_EQ(state->FitData.MatchNum, 0);
+    graph.Pickup += 1e-12;
+    MatchPeaks(*state, crystal, {}, graph.Source());
+    EXPECT_EQ(state->FitData.MatchNum, 1);
+}
+
 TEST(MatchPeaks, OnEqualDistancesTheEarlierReflectionStays) {
     auto state = NewState();
     Graph graph;
@@ -343,8 +359,10 @@ TEST(UseList, AfterACorrectionOnlyWhatWasSavedComesBack) {
     CarryUseList(*state);
     rows[1].Ch = std::nextafter(20.5, 21.0);  // the last digit is enough to lose it
     rows[2] = {2, 2, 0, 30.5, 0, 0, 0, 0, TRUE_WORD, FALSE_WORD};  // newly brought in
+    rows[3].Ch = 40.5;                                             // matched by nothing
     state->UseListValid = TRUE_WORD;
     CarryUseList(*state);
+    EXPECT_EQ(rows[3].Excluded, FALSE_WORD);
     EXPECT_EQ(rows[0].Excluded, FALSE_WORD);
     EXPECT_EQ(rows[1].Excluded, TRUE_WORD);
     EXPECT_EQ(rows[2].Excluded, TRUE_WORD);

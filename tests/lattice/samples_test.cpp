@@ -69,22 +69,22 @@ bool StandsAlone(const SimulatedSpectrum& spectrum, const TrueLine& line) {
 }  // namespace
 
 TEST(Samples, AreByteForByteWhatTheToolMakes) {
-    for (const SampleSpec& spec : SampleSpecs())
-        EXPECT_TRUE(ReadAll(FOLDER + "/" + spec.File + ".npd") == NpdText(Simulate(spec)))
-            << spec.File << ": run vael-simulate data/samples";
+    for (const SampleRecipe& recipe : SampleRecipes())
+        EXPECT_TRUE(ReadAll(FOLDER + "/" + recipe.File + ".npd") == NpdText(Simulate(recipe)))
+            << recipe.File << ": run vael-simulate data/samples";
 }
 
 TEST(Samples, TheReadmeHoldsTheTruthThatTheToolPrints) {
     std::vector<SimulatedSpectrum> all;
-    for (const SampleSpec& spec : SampleSpecs()) all.push_back(Simulate(spec));
+    for (const SampleRecipe& recipe : SampleRecipes()) all.push_back(Simulate(recipe));
     const std::string readme = ReadAll(FOLDER + "/README.md");
     EXPECT_NE(readme.find(TruthText(all)), std::string::npos);
 }
 
 TEST(Samples, AreFewAndSmallAndSayThatTheyAreSimulated) {
     std::uintmax_t bytes = 0;
-    for (const SampleSpec& spec : SampleSpecs()) {
-        const std::string path = FOLDER + "/" + spec.File + ".npd";
+    for (const SampleRecipe& recipe : SampleRecipes()) {
+        const std::string path = FOLDER + "/" + recipe.File + ".npd";
         bytes += std::filesystem::file_size(path);
         EXPECT_NE(ReadAll(path).find("Comment,SIMULATED, not measured: "), std::string::npos);
     }
@@ -92,30 +92,30 @@ TEST(Samples, AreFewAndSmallAndSayThatTheyAreSimulated) {
 }
 
 TEST(Samples, EachHasFiveLinesOfItsMarkerOrMoreAndALowBackground) {
-    for (const SampleSpec& spec : SampleSpecs()) {
-        const SimulatedSpectrum spectrum = Simulate(spec);
+    for (const SampleRecipe& recipe : SampleRecipes()) {
+        const SimulatedSpectrum spectrum = Simulate(recipe);
         EXPECT_EQ(spectrum.Counts.size(), 4096u);
         int visible = 0;
         for (const TrueLine& line : spectrum.Lines)
-            if (line.Key == spec.Marker && line.D > 0.0 && line.Height > 100.0 &&
+            if (line.Key == recipe.Marker && line.D > 0.0 && line.Height > 100.0 &&
                 line.Energy > 20.0 && line.Energy < 120.0)
                 ++visible;
-        EXPECT_GE(visible, 5) << spec.File;
-        EXPECT_GE(spec.BackLow, 30.0);
-        EXPECT_LE(spec.BackHigh, 300.0);
+        EXPECT_GE(visible, 5) << recipe.File;
+        EXPECT_GE(recipe.BackLow, 30.0);
+        EXPECT_LE(recipe.BackHigh, 300.0);
     }
 }
 
 TEST(Samples, TheCellOfTheTruthHasThePressureOfItsScale) {
-    for (const SampleSpec& spec : SampleSpecs()) {
+    for (const SampleRecipe& recipe : SampleRecipes()) {
         double ratio = 0.0;
-        const Cell cell = MarkerCellAt(spec.Marker, spec.Pressure, spec.Temperature, ratio);
+        const Cell cell = MarkerCellAt(recipe.Marker, recipe.Pressure, recipe.Temperature, ratio);
         MarkerArguments m;
-        m.X = std::pow(cell[0] / FindStructure(spec.Marker).Constants[0], 3);
+        m.X = std::pow(cell[0] / FindStructure(recipe.Marker).Constants[0], 3);
         m.c = static_cast<float>(cell[2]);
-        m.TK = spec.Temperature;
-        m.TC = spec.Temperature - 273.15;
-        EXPECT_NEAR(MarkerPressure(spec.Marker, m)->P, spec.Pressure, 2e-5) << spec.File;
+        m.TK = recipe.Temperature;
+        m.TC = recipe.Temperature - 273.15;
+        EXPECT_NEAR(MarkerPressure(recipe.Marker, m)->P, recipe.Pressure, 2e-5) << recipe.File;
     }
     double ratio = 0.0;
     EXPECT_THROW((void)MarkerCellAt("Pt", 500.0, 300.0, ratio), Fault);
@@ -124,34 +124,34 @@ TEST(Samples, TheCellOfTheTruthHasThePressureOfItsScale) {
 
 TEST(Samples, FittedPeakByPeakTheyGiveTheirCellAndPressureBack) {
     const CrystalTable table = ReadCrystalFile(std::string(VAEL_SOURCE_DIR) + "/data/crystal.dat");
-    for (const SampleSpec& spec : SampleSpecs()) {
-        const SimulatedSpectrum spectrum = Simulate(spec);
+    for (const SampleRecipe& recipe : SampleRecipes()) {
+        const SimulatedSpectrum spectrum = Simulate(recipe);
         auto peaks = std::make_unique<PeakTable>();
         auto property = std::make_unique<PropertyRecord>();
         property->Param.EgcCoef = spectrum.EgcCoef;
-        property->Param.TwoTheta = spec.TwoTheta;
+        property->Param.TwoTheta = recipe.TwoTheta;
         for (const TrueLine& line : spectrum.Lines) {
-            if (line.Key != spec.Marker || line.D == 0.0 || line.Height < 120.0) continue;
+            if (line.Key != recipe.Marker || line.D == 0.0 || line.Height < 120.0) continue;
             if (!StandsAlone(spectrum, line)) continue;
             const double centre = CentreNear(spectrum.Counts, line.Channel, line.Fwhm);
             EXPECT_NEAR(centre, line.Channel, 8.0 * line.Fwhm / std::sqrt(line.Height * 8.0))
-                << spec.File << " " << line.Hkl[0] << line.Hkl[1] << line.Hkl[2];
+                << recipe.File << " " << line.Hkl[0] << line.Hkl[1] << line.Hkl[2];
             peaks->Peak[static_cast<std::size_t>(peaks->PeakNum++)].Position = centre;
         }
         auto state = std::make_unique<LatticeState>();
         state->Table = table;
-        const auto index = static_cast<std::int16_t>(FindCrystal(table, spec.Marker));
+        const auto index = static_cast<std::int16_t>(FindCrystal(table, recipe.Marker));
         const LatticeValues values = CalcLattice(
-            *state, RequestFor(*state, index, MODE_MARKER, spec.Temperature, TEMPERATURE_KELVIN),
+            *state, RequestFor(*state, index, MODE_MARKER, recipe.Temperature, TEMPERATURE_KELVIN),
             {0, 0, *peaks, *property, {}, spectrum.Pickup}, {});
-        ASSERT_EQ(values.Status, CalcStatus::Ok) << spec.File;
-        EXPECT_EQ(values.UsedRows, peaks->PeakNum) << spec.File;
+        ASSERT_EQ(values.Status, CalcStatus::Ok) << recipe.File;
+        EXPECT_EQ(values.UsedRows, peaks->PeakNum) << recipe.File;
         EXPECT_NEAR(values.CellNow[0], spectrum.MarkerCell[0], 4e-4 * spectrum.MarkerCell[0])
-            << spec.File;
+            << recipe.File;
         EXPECT_NEAR(values.CellNow[2], spectrum.MarkerCell[2], 4e-4 * spectrum.MarkerCell[2])
-            << spec.File;
-        ASSERT_TRUE(values.Pressure) << spec.File;
-        EXPECT_NEAR(values.Pressure->P, spec.Pressure, 0.2) << spec.File;
+            << recipe.File;
+        ASSERT_TRUE(values.Pressure) << recipe.File;
+        EXPECT_NEAR(values.Pressure->P, recipe.Pressure, 0.2) << recipe.File;
     }
 }
 
@@ -159,14 +159,14 @@ TEST(Samples, WithEveryLineInTheTableTheRulesFindTheMarker) {
     // What a peak search would hand over: every line above the noise, of the marker, of the sample
     // and fluorescence, those closer than half a width as one.
     const CrystalTable table = ReadCrystalFile(std::string(VAEL_SOURCE_DIR) + "/data/crystal.dat");
-    for (const SampleSpec& spec : SampleSpecs()) {
-        SimulatedSpectrum spectrum = Simulate(spec);
+    for (const SampleRecipe& recipe : SampleRecipes()) {
+        SimulatedSpectrum spectrum = Simulate(recipe);
         std::sort(spectrum.Lines.begin(), spectrum.Lines.end(),
                   [](const TrueLine& a, const TrueLine& b) { return a.Channel < b.Channel; });
         auto peaks = std::make_unique<PeakTable>();
         auto property = std::make_unique<PropertyRecord>();
         property->Param.EgcCoef = spectrum.EgcCoef;
-        property->Param.TwoTheta = spec.TwoTheta;
+        property->Param.TwoTheta = recipe.TwoTheta;
         for (const TrueLine& line : spectrum.Lines) {
             if (line.Height < 80.0) continue;
             const double net = line.Height * line.Fwhm * 1.0645;
@@ -185,13 +185,13 @@ TEST(Samples, WithEveryLineInTheTableTheRulesFindTheMarker) {
         }
         auto state = std::make_unique<LatticeState>();
         state->Table = table;
-        const auto index = static_cast<std::int16_t>(FindCrystal(table, spec.Marker));
+        const auto index = static_cast<std::int16_t>(FindCrystal(table, recipe.Marker));
         const RuledValues ruled = CalcByRules(
-            *state, RequestFor(*state, index, MODE_MARKER, spec.Temperature, TEMPERATURE_KELVIN),
+            *state, RequestFor(*state, index, MODE_MARKER, recipe.Temperature, TEMPERATURE_KELVIN),
             {0, 0, *peaks, *property, {}, spectrum.Pickup}, {}, {});
-        ASSERT_EQ(ruled.Values.Status, CalcStatus::Ok) << spec.File;
-        ASSERT_TRUE(ruled.Values.Pressure) << spec.File;
-        EXPECT_NEAR(ruled.Values.Pressure->P, spec.Pressure, 0.1) << spec.File;
+        ASSERT_EQ(ruled.Values.Status, CalcStatus::Ok) << recipe.File;
+        ASSERT_TRUE(ruled.Values.Pressure) << recipe.File;
+        EXPECT_NEAR(ruled.Values.Pressure->P, recipe.Pressure, 0.1) << recipe.File;
     }
 }
 
