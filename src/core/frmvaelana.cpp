@@ -127,6 +127,7 @@ VaelAnaView::VaelAnaView() : View("frmVaelAna", "Vael (Data Analyze) --- ") {
     mnuNaxFit.SeparatorBefore = true;
     mnuExpressFit.Checkable = true;
     lblFitter.Caption = "NaxFitting";
+    fraWinHeight.Share = 0.64;  // the upper window holds what is worked on
     optEGC[1].Value = true;  // a spectrum shows its own energies at once
     for (auto& box : inumCursorCnt) box.ReadOnly = true;
     for (auto& box : inumCursorDisp) box.ReadOnly = true;

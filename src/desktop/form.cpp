@@ -1,0 +1,116 @@
+// A form: the window of one view, its widgets joined to the view's records.
+#include "desktop/form.h"
+
+#include "desktop/icons.h"
+#include "toolkit/hand.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFontDatabase>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTimer>
+
+#include <utility>
+
+namespace vael {
+
+Form::Form(View& view, const SetUp& setUp, std::function<void(const QPalette&)> palette)
+    : view_(view), palette_(std::move(palette)) {
+    setUp(*this);
+    joined_ = Join(view, *this, [this] { Refitted(); });
+    Decorate();
+    if (palette_) palette_(QApplication::palette());
+}
+
+/// What a .ui file cannot say in a way that follows the palette: marked by dynamic properties.
+void Form::Decorate() {
+    for (QAbstractButton* button : findChildren<QAbstractButton*>()) {
+        const QString name = button->property("symbol").toString();
+        if (!name.isEmpty()) button->setIcon(SymbolIcon(name, QApplication::palette()));
+        if (button->property("primary").toBool()) {
+            // Darker than the highlight, since the style lightens a button towards its top.
+            QPalette accent = QApplication::palette();
+            const QColor ground = accent.color(QPalette::Active, QPalette::Highlight).darker(150);
+            for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+                accent.setColor(group, QPalette::Button, ground);
+                accent.setColor(group, QPalette::ButtonText, Qt::white);
+            }
+            button->setPalette(accent);
+        }
+    }
+    for (QLineEdit* box : findChildren<QLineEdit*>()) {
+        if (!box->property("digits").toBool()) continue;
+        QFont larger = QApplication::font();
+        larger.setPointSizeF(larger.pointSizeF() + 1.0);
+        box->setFont(larger);
+    }
+    for (QLabel* label : findChildren<QLabel*>()) {
+        if (!label->property("fine").toBool()) continue;
+        QFont smaller = QApplication::font();
+        smaller.setPointSizeF(smaller.pointSizeF() - 1.5);
+        label->setFont(smaller);
+    }
+    for (QPlainTextEdit* text : findChildren<QPlainTextEdit*>())
+        if (text->property("fixedPitch").toBool())
+            text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+}
+
+void Form::Bring() {
+    const QString caption = QString::fromStdString(view_.Caption);
+    if (windowTitle() != caption) setWindowTitle(caption);
+    // The pictures of a view that is hidden are drawn on too, so they are kept in step.
+    for (const auto& binding : joined_.Bindings)
+        if (view_.Visible || binding->Record().Kind == ControlKind::Picture) binding->Bring(false);
+    if (isVisible() != view_.Visible) {
+        setVisible(view_.Visible);
+        if (view_.Visible) raise();
+    }
+}
+
+void Form::closeEvent(QCloseEvent* event) {
+    event->ignore();  // the record decides whether the window goes
+    Close(view_);
+}
+
+void Form::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange) return;
+    Decorate();
+    if (palette_) palette_(QApplication::palette());
+    Refitted();  // the strips are drawn in colours of the palette
+}
+
+void Form::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (palette_) palette_(QApplication::palette());
+    Refitted();
+}
+
+/// All pictures that changed in one go are drawn anew by one command, before they are painted.
+void Form::Refitted() {
+    if (std::exchange(resizePending_, true)) return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            resizePending_ = false;
+            if (view_.Visible) Resize(view_);
+        },
+        Qt::QueuedConnection);
+}
+
+Form* FormOf(QObject* target) {
+    auto* widget = qobject_cast<QWidget*>(target);
+    while (widget != nullptr) {
+        QWidget* window = widget->window();
+        if (auto* form = qobject_cast<Form*>(window)) return form;
+        if (window->windowType() != Qt::Popup) return nullptr;
+        widget = window->parentWidget();
+    }
+    return nullptr;
+}
+
+}  // namespace vael

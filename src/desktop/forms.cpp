@@ -1,0 +1,37 @@
+// The list of forms: which .ui file belongs to which view.
+#include "desktop/forms.h"
+
+#include "core/frmdialogmessage.h"
+#include "core/frmlog.h"
+#include "core/frmvaelana.h"
+#include "ui_frmdialogmessage.h"
+#include "ui_frmlog.h"
+#include "ui_frmvaelana.h"
+
+namespace vael {
+namespace {
+
+template <class Ui>
+Form::SetUp FromUi() {
+    return [](QMainWindow& window) { Ui().setupUi(&window); };
+}
+
+Colour FromQt(const QColor& colour) { return Rgb(colour.red(), colour.green(), colour.blue()); }
+
+/// The axis strips are pictures, so they take the system's colours through the record.
+void StripColours(const QPalette& palette) {
+    frmVaelAna.StripBack = FromQt(palette.color(QPalette::Active, QPalette::Window));
+    frmVaelAna.StripInk = FromQt(palette.color(QPalette::Active, QPalette::WindowText));
+}
+
+}  // namespace
+
+std::vector<std::unique_ptr<Form>> MakeForms() {
+    std::vector<std::unique_ptr<Form>> forms;
+    forms.push_back(std::make_unique<Form>(frmVaelAna, FromUi<Ui::frmVaelAna>(), StripColours));
+    forms.push_back(std::make_unique<Form>(frmLog, FromUi<Ui::frmLog>()));
+    forms.push_back(std::make_unique<Form>(frmDialogMessage, FromUi<Ui::frmDialogMessage>()));
+    return forms;
+}
+
+}  // namespace vael

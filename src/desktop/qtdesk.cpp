@@ -1,0 +1,293 @@
+// The desk on Qt: windows, message boxes, file dialogs, the modal loop, breathing, the printer.
+#include "desktop/qtdesk.h"
+
+#include "desktop/forms.h"
+#include "desktop/icons.h"
+#include "desktop/qtcanvas.h"
+#include "toolkit/hand.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QProcess>
+#include <QPushButton>
+#include <QWindow>
+
+namespace vael {
+namespace {
+
+QString Words(const std::string& utf8) { return QString::fromStdString(utf8); }
+
+class QtPrintJob : public PrintJob {
+public:
+    explicit QtPrintJob(const QString& title) {
+        printer_.setDocName(title);
+        page_ = std::make_unique<PrinterSurface>(printer_);
+    }
+    [[nodiscard]] bool Start() { return page_->Start(); }
+    Surface& Page() override { return *page_; }
+    bool NextPage() override { return page_->NextPage(); }
+    bool End() override {
+        page_->Finish();
+        return printer_.printerState() != QPrinter::Error;
+    }
+
+private:
+    QPrinter printer_{QPrinter::HighResolution};
+    std::unique_ptr<PrinterSurface> page_;
+};
+
+KeyPress PressOf(const QKeyEvent& event) {
+    KeyPress press;
+    switch (event.key()) {
+        case Qt::Key_Left: press.Key = KeyPress::Name::Left; break;
+        case Qt::Key_Right: press.Key = KeyPress::Name::Right; break;
+        case Qt::Key_Up: press.Key = KeyPress::Name::Up; break;
+        case Qt::Key_Down: press.Key = KeyPress::Name::Down; break;
+        case Qt::Key_Return:
+        case Qt::Key_Enter: press.Key = KeyPress::Name::Enter; break;
+        case Qt::Key_Escape: press.Key = KeyPress::Name::Escape; break;
+        default: break;
+    }
+    // Only the number pad's signs are keys of the view.
+    if (event.modifiers().testFlag(Qt::KeypadModifier)) {
+        if (event.key() == Qt::Key_Plus) press.Key = KeyPress::Name::Add;
+        if (event.key() == Qt::Key_Minus) press.Key = KeyPress::Name::Subtract;
+        if (event.key() == Qt::Key_Period) press.Key = KeyPress::Name::Decimal;
+    }
+    press.Shift = event.modifiers().testFlag(Qt::ShiftModifier);
+    press.Ctrl = event.modifiers().testFlag(Qt::ControlModifier);
+    press.Alt = event.modifiers().testFlag(Qt::AltModifier);
+    return press;
+}
+
+bool IsUserAct(QEvent::Type type) {
+    switch (type) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::Wheel:
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::Shortcut:
+        case QEvent::ShortcutOverride:
+        case QEvent::ContextMenu:
+        case QEvent::TouchBegin: return true;
+        default: return false;
+    }
+}
+
+/// Whether a widget needs the key itself: a box that is typed in, or an open list.
+bool NeedsKeys(const QObject& target) {
+    if (const auto* line = qobject_cast<const QLineEdit*>(&target)) return !line->isReadOnly();
+    if (const auto* text = qobject_cast<const QPlainTextEdit*>(&target)) return !text->isReadOnly();
+    const auto* widget = qobject_cast<const QWidget*>(&target);
+    return widget != nullptr && widget->window()->windowType() == Qt::Popup;
+}
+
+}  // namespace
+
+QStringList QtFilters(const std::string& filter) {
+    const QStringList pieces = Words(filter).split(QLatin1Char('|'));
+    QStringList out;
+    for (qsizetype i = 0; i + 1 < pieces.size(); i += 2) {
+        QString text = pieces[i];
+        const qsizetype bracket = text.indexOf(QStringLiteral(" ("));
+        if (bracket > 0) text.truncate(bracket);  // Qt writes the masks itself
+        QString masks = pieces[i + 1];
+        out << text + QStringLiteral(" (") + masks.replace(QLatin1Char(';'), QLatin1Char(' ')) +
+                   QLatin1Char(')');
+    }
+    return out;
+}
+
+QtDesk::QtDesk() {
+    UseDesk(this);
+    forms_ = MakeForms();
+    qApp->installEventFilter(this);
+}
+
+QtDesk::~QtDesk() {
+    qApp->removeEventFilter(this);
+    while (busy_ > 0) Busy(false);
+    UseDesk(nullptr);
+}
+
+Form* QtDesk::FormOfView(const View& view) const {
+    for (const auto& form : forms_)
+        if (&form->Shown() == &view) return form.get();
+    return nullptr;
+}
+
+QWidget* QtDesk::Above() const {
+    QWidget* active = QApplication::activeWindow();
+    if (active != nullptr || forms_.empty()) return active;
+    return forms_.front().get();
+}
+
+Answer QtDesk::Ask(const Question& question) {
+    Show();
+    QMessageBox box(Above());
+    box.setWindowTitle(question.Title.empty() ? QApplication::applicationDisplayName()
+                                              : Words(question.Title));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(Words(question.Text));
+    if (question.Icon == Question::Sign::Exclamation) box.setIcon(QMessageBox::Warning);
+    if (question.Icon == Question::Sign::Question) box.setIcon(QMessageBox::Question);
+    if (question.Choice == Question::Buttons::Ok) {
+        box.setStandardButtons(QMessageBox::Ok);
+        box.exec();
+        return Answer::Ok;
+    }
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.setDefaultButton(question.Default() == Answer::Yes ? QMessageBox::Yes : QMessageBox::No);
+    box.setEscapeButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
+}
+
+std::optional<FileChoice> QtDesk::OpenFiles(const FileDialog& dialog) {
+    Show();
+    QFileDialog box(Above(), Words(dialog.Title), Words(dialog.Folder));
+    box.setFileMode(dialog.Multiple ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+    const QStringList filters = QtFilters(dialog.Filter);
+    // Kinds that stand in no list are reached by typing the name.
+    box.setNameFilters(filters);
+    box.selectNameFilter(filters.value(dialog.FilterIndex - 1));
+    if (!dialog.Name.empty()) box.selectFile(Words(dialog.Name));
+    if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
+    FileChoice choice;
+    for (const QString& path : box.selectedFiles()) choice.Paths.push_back(path.toStdString());
+    const auto index = filters.indexOf(box.selectedNameFilter());
+    choice.FilterIndex = index < 0 ? dialog.FilterIndex : static_cast<int>(index) + 1;
+    return choice;
+}
+
+std::optional<FileChoice> QtDesk::SaveFile(const FileDialog& dialog) {
+    Show();
+    QFileDialog box(Above(), Words(dialog.Title), Words(dialog.Folder));
+    box.setAcceptMode(QFileDialog::AcceptSave);
+    box.setFileMode(QFileDialog::AnyFile);
+    box.setOption(QFileDialog::DontConfirmOverwrite);  // the writers ask themselves
+    const QStringList filters = QtFilters(dialog.Filter);
+    box.setNameFilters(filters);
+    box.selectNameFilter(filters.value(dialog.FilterIndex - 1));
+    if (!dialog.Name.empty()) box.selectFile(Words(dialog.Name));
+    if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
+    FileChoice choice;
+    QString path = box.selectedFiles().constFirst();
+    const auto index = filters.indexOf(box.selectedNameFilter());
+    choice.FilterIndex = index < 0 ? dialog.FilterIndex : static_cast<int>(index) + 1;
+    if (QFileInfo(path).suffix().isEmpty()) {
+        const QString mask = box.selectedNameFilter().section(QStringLiteral("*."), 1);
+        path += QLatin1Char('.') + mask.section(QLatin1Char(')'), 0, 0).section(QLatin1Char(' '), 0, 0);
+    }
+    choice.Paths.push_back(path.toStdString());
+    return choice;
+}
+
+std::optional<Colour> QtDesk::PickColour(Colour now) {
+    const QColor picked = QColorDialog::getColor(ToQt(now), Above());
+    if (!picked.isValid()) return std::nullopt;
+    return Rgb(picked.red(), picked.green(), picked.blue());
+}
+
+std::vector<FolderItem> QtDesk::ListFolder(const std::string& path) {
+    std::vector<FolderItem> items;
+    const QDir folder(Words(path));
+    for (const QFileInfo& info : folder.entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot))
+        items.push_back({info.fileName().toStdString(), info.isDir()});
+    return items;
+}
+
+bool QtDesk::MakeFolder(const std::string& path) { return QDir().mkpath(Words(path)); }
+
+void QtDesk::RunModal(View& view) {
+    Form* form = FormOfView(view);
+    if (form == nullptr) {
+        view.Visible = false;
+        return;
+    }
+    QWidget* above = Above();
+    form->winId();  // makes the window, so that it can be tied to the one below it
+    if (form->windowHandle() != nullptr && above != nullptr && above != form)
+        form->windowHandle()->setTransientParent(above->windowHandle());
+    Show();
+    form->activateWindow();
+    while (view.Visible && !quitting_) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    Show();
+    if (above != nullptr) above->activateWindow();
+}
+
+void QtDesk::Breathe() {
+    Show();
+    QCoreApplication::processEvents();
+}
+
+void QtDesk::Busy(bool on) {
+    if (on) {
+        ++busy_;
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else if (busy_ > 0) {
+        --busy_;
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+bool QtDesk::Launch(const std::string& program, const std::vector<std::string>& words) {
+    QStringList arguments;
+    for (const std::string& word : words) arguments << Words(word);
+    return QProcess::startDetached(Words(program), arguments);
+}
+
+std::unique_ptr<PrintJob> QtDesk::StartPrintJob(const std::string& title) {
+    if (QPrinterInfo::availablePrinterNames().isEmpty()) return nullptr;
+    auto job = std::make_unique<QtPrintJob>(Words(title));
+    if (!job->Start()) return nullptr;
+    return job;
+}
+
+void QtDesk::StayOnTop(View& view, bool on) {
+    view.OnTop = on;
+    Form* form = FormOfView(view);
+    if (form == nullptr) return;
+    form->winId();
+    // Through the window handle: changing the widget's flags would hide and re-activate it.
+    if (QWindow* window = form->windowHandle()) window->setFlag(Qt::WindowStaysOnTopHint, on);
+}
+
+void QtDesk::Show() {
+    if (showing_) return;
+    showing_ = true;
+    for (const auto& form : forms_) form->Bring();
+    showing_ = false;
+}
+
+void QtDesk::Quit() {
+    quitting_ = true;
+    QCoreApplication::quit();
+}
+
+bool QtDesk::GiveKey(Form& form, QObject& target, const QEvent& event) {
+    if (event.type() != QEvent::KeyPress || !form.Shown().KeyPreview || NeedsKeys(target))
+        return false;
+    const KeyPress press = PressOf(static_cast<const QKeyEvent&>(event));
+    return press.Key != KeyPress::Name::Other && Key(form.Shown(), press);
+}
+
+bool QtDesk::eventFilter(QObject* target, QEvent* event) {
+    if (!IsUserAct(event->type())) return false;
+    Form* form = FormOf(target);
+    if (form == nullptr) return false;
+    if (!MayAct(form->Shown())) return true;
+    return GiveKey(*form, *target, *event);
+}
+
+}  // namespace vael

@@ -1,0 +1,104 @@
+// The few widgets of our own: the picture, the row chip, the edge of a graph window, the titled group.
+#pragma once
+
+#include "desktop/qtcanvas.h"
+#include "toolkit/controls.h"
+
+#include <QCheckBox>
+#include <QFrame>
+
+#include <functional>
+
+namespace vael {
+
+/// Shows the image that a Picture record is drawn on, and carries the mouse to the record. It never
+/// draws by itself: only a change of size asks for a redraw. The dynamic property "overhang" is the
+/// room above and below the drawing for labels centred on its edge.
+class PictureWidget : public QWidget {
+    Q_OBJECT
+public:
+    explicit PictureWidget(QWidget* parent = nullptr);
+    /// The record that draws here. `refitted` is called when the size has changed.
+    void Bind(Picture& record, std::function<void()> refitted);
+    [[nodiscard]] ImageSurface& Paper() { return surface_; }
+    [[nodiscard]] const ImageSurface& Paper() const { return surface_; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+private:
+    void Refit();
+    [[nodiscard]] int Overhang() const;
+    [[nodiscard]] QPointF OnPaper(const QMouseEvent& event) const;
+    ImageSurface surface_;
+    Picture* record_ = nullptr;
+    std::function<void()> refitted_;
+};
+
+/// A row's box as a numbered chip: filled in the row's colour when the row is drawn, hollow when it
+/// is not, grey when the row is empty.
+class RowChip : public QCheckBox {
+    Q_OBJECT
+public:
+    explicit RowChip(QWidget* parent = nullptr);
+    void SetRow(const QColor& colour, bool loaded);
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    [[nodiscard]] bool hitButton(const QPoint& at) const override { return rect().contains(at); }
+
+private:
+    QColor colour_;
+    bool loaded_ = false;
+};
+
+/// A frame with a hairline round it, or an edge of two pixels in the accent colour when it is the
+/// active one of its kind.
+class EdgeFrame : public QFrame {
+    Q_OBJECT
+public:
+    explicit EdgeFrame(QWidget* parent = nullptr) : QFrame(parent) {}
+    void SetRaised(bool raised);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    bool raised_ = false;
+};
+
+/// An upright hairline between groups of buttons.
+class ThinLine : public QFrame {
+    Q_OBJECT
+public:
+    explicit ThinLine(QWidget* parent = nullptr) : QFrame(parent) { setFixedWidth(9); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+/// A group of controls with a small title and a hairline above it.
+class TitledGroup : public QFrame {
+    Q_OBJECT
+    Q_PROPERTY(QString title READ title WRITE setTitle)
+public:
+    explicit TitledGroup(QWidget* parent = nullptr) : QFrame(parent) {}
+    [[nodiscard]] QString title() const { return title_; }
+    void setTitle(const QString& title);  // named as the form compiler expects
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] QFont TitleFont() const;
+    QString title_;
+};
+
+}  // namespace vael

@@ -1,0 +1,173 @@
+// The program started off the screen in an empty folder, with dialogs answered by a script, and the
+// acts of a user's mouse and keyboard on the real widgets.
+#pragma once
+
+#include "core/frmdialogmessage.h"
+#include "core/frmlog.h"
+#include "core/frmvaelana.h"
+#include "core/params.h"
+#include "core/store.h"
+#include "desktop/qtdesk.h"
+#include "desktop/widgets.h"
+#include "support/spectra.h"
+#include "toolkit/hand.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QMenu>
+#include <QMenuBar>
+#include <QRadioButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace vael::test {
+
+/// The desk of the program, but for the file dialogs and questions, which a script answers.
+class ScriptedQtDesk : public QtDesk {
+public:
+    std::deque<std::vector<std::string>> Files;  // of the next open dialogs; an empty list cancels
+    std::deque<Answer> Answers;
+    std::vector<std::string> Asked;
+    bool HasQuit = false;
+
+    std::optional<FileChoice> OpenFiles(const FileDialog&) override {
+        if (Files.empty()) {
+            ADD_FAILURE() << "nobody expected an open dialog";
+            return std::nullopt;
+        }
+        const auto paths = Files.front();
+        Files.pop_front();
+        if (paths.empty()) return std::nullopt;
+        return FileChoice{.Paths = paths, .FilterIndex = 1};
+    }
+    Answer Ask(const Question& question) override {
+        Asked.push_back(question.Text);
+        if (Answers.empty()) {
+            ADD_FAILURE() << "nobody expected the question: " << question.Text;
+            return question.Default();
+        }
+        const Answer answer = Answers.front();
+        Answers.pop_front();
+        return answer;
+    }
+    void Quit() override { HasQuit = true; }
+};
+
+struct DeskWorld {
+    DeskWorld() {
+        ResetHands();
+        OnFault([this](View&, const std::string& sentence) {
+            Faults.push_back(sentence);
+            TellStatus(sentence, true);
+        });
+        store = Store{};
+        settings = Settings{};
+        Unload(frmVaelAna);
+        Unload(frmLog);
+        Unload(frmDialogMessage);
+        RunEvent(frmVaelAna, [this] { Form_Load(Folder.path().toStdString()); });
+        Desk.Show();
+        Settle();
+    }
+    ~DeskWorld() {
+        OnFault([](View&, const std::string&) {});
+        EXPECT_TRUE(Desk.Files.empty()) << "an open dialog that was expected never came";
+        EXPECT_TRUE(Desk.Answers.empty()) << "a question that was expected never came";
+    }
+    DeskWorld(const DeskWorld&) = delete;
+    DeskWorld& operator=(const DeskWorld&) = delete;
+
+    Form& Main() { return *Desk.FormOfView(frmVaelAna); }
+
+    /// Lets everything that waits in the queue happen.
+    static void Settle() {
+        for (int i = 0; i < 4; ++i) QCoreApplication::processEvents();
+    }
+
+    template <class W = QWidget>
+    W& Widget(const View& view, const std::string& name) {
+        W* found = Desk.FormOfView(view)->findChild<W*>(QString::fromStdString(name));
+        if (found == nullptr) throw std::runtime_error("no widget " + name);
+        return *found;
+    }
+    /// A click of the left button on the middle of a control.
+    void ClickOn(const Control& control) {
+        auto& widget = Widget(control.Owner, control.Name);
+        QPoint at = widget.rect().center();
+        if (qobject_cast<QCheckBox*>(&widget) || qobject_cast<QRadioButton*>(&widget))
+            at.setX(8);  // the middle of a wide box is not its mark
+        QTest::mouseClick(&widget, Qt::LeftButton, {}, at);
+        Pressed.insert(control.Owner.Name + "." + control.Name);
+        Settle();
+    }
+    /// Opens the menus down to the item with the mouse and clicks it.
+    void ClickOn(const Menu& item) {
+        Form& form = *Desk.FormOfView(item.Owner);
+        auto* top = form.findChild<QMenu*>(QString::fromStdString(item.Parent) +
+                                           QStringLiteral("_items"));
+        ASSERT_NE(top, nullptr);
+        QMenuBar* bar = form.menuBar();
+        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(top->menuAction()).center());
+        Settle();
+        ASSERT_TRUE(top->isVisible()) << item.Parent << " did not open";
+        auto* action = form.findChild<QAction*>(QString::fromStdString(item.Name));
+        QTest::mouseClick(top, Qt::LeftButton, {}, top->actionGeometry(action).center());
+        Settle();
+        if (top->isVisible()) top->close();  // a disabled item leaves its menu open
+        Pressed.insert(item.Owner.Name + "." + item.Name);
+        Settle();
+    }
+    /// Steps a list down (or up) with the arrow keys.
+    void StepList(const ListBox& list, int steps) {
+        auto& combo = Widget<QComboBox>(list.Owner, list.Name);
+        for (int i = 0; i < std::abs(steps); ++i)
+            QTest::keyClick(&combo, steps > 0 ? Qt::Key_Down : Qt::Key_Up);
+        Pressed.insert(list.Owner.Name + "." + list.Name);
+        Settle();
+    }
+    /// Writes a spectrum made in the test; its path.
+    std::string Write(const std::string& name, const std::vector<GaussLine>& lines) {
+        const std::string path = (Folder.path() + QLatin1Char('/')).toStdString() + name;
+        std::ofstream(path, std::ios::binary) << NpdText(GaussCounts(4096, 60.0, lines), name);
+        return path;
+    }
+    void Open(const std::vector<std::string>& paths) {
+        Desk.Files.push_back(paths);
+        ClickOn(frmVaelAna.cmdFiles[0]);
+    }
+
+    QTemporaryDir Folder;
+    ScriptedQtDesk Desk;
+    std::vector<std::string> Faults;
+    std::set<std::string> Pressed;
+};
+
+/// A path of the measured spectra, empty where they are not there.
+inline std::string MeasuredFile(const std::string& name) {
+    const std::string path = std::string(VAEL_MEASURED_DATA) + "/" + name;
+    return std::filesystem::exists(path) ? path : std::string();
+}
+
+/// The image of a picture's paper as it stands.
+inline QImage PaperOf(DeskWorld& world, const Picture& picture) {
+    DeskWorld::Settle();
+    return world.Widget<PictureWidget>(picture.Owner, picture.Name).Paper().Image();
+}
+
+inline const std::vector<GaussLine> FIVE_LINES{{600.0, 4000.0, 9.0},
+                                               {1100.0, 9000.0, 10.0},
+                                               {1700.0, 3000.0, 11.0},
+                                               {2300.0, 2500.0, 12.0},
+                                               {3100.0, 1500.0, 13.0}};
+
+}  // namespace vael::test

@@ -1,0 +1,99 @@
+// Screenshots of the window for a person to look at, in light and dark, at single and double density.
+#include "deskworld.h"
+
+#include <QPalette>
+#include <QStyle>
+
+namespace vael {
+namespace {
+
+using test::DeskWorld;
+
+QPalette Dark() {
+    QPalette dark;
+    dark.setColor(QPalette::Window, QColor(45, 48, 52));
+    dark.setColor(QPalette::WindowText, QColor(225, 227, 230));
+    dark.setColor(QPalette::Base, QColor(32, 34, 37));
+    dark.setColor(QPalette::AlternateBase, QColor(40, 43, 46));
+    dark.setColor(QPalette::Text, QColor(225, 227, 230));
+    dark.setColor(QPalette::PlaceholderText, QColor(130, 134, 140));
+    dark.setColor(QPalette::Button, QColor(56, 60, 65));
+    dark.setColor(QPalette::ButtonText, QColor(225, 227, 230));
+    dark.setColor(QPalette::Highlight, QColor(61, 132, 201));
+    dark.setColor(QPalette::HighlightedText, QColor(255, 255, 255));
+    dark.setColor(QPalette::ToolTipBase, QColor(56, 60, 65));
+    dark.setColor(QPalette::ToolTipText, QColor(225, 227, 230));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        dark.setColor(QPalette::Disabled, role, QColor(122, 126, 132));
+    return dark;
+}
+
+void Shoot(QWidget& widget, const std::string& name) {
+    const std::filesystem::path folder = std::filesystem::path(VAEL_BUILD_DIR) / "shots";
+    std::filesystem::create_directories(folder);
+    const int scale = static_cast<int>(widget.devicePixelRatioF());
+    const std::string file = name + (scale > 1 ? "@" + std::to_string(scale) + "x" : "") + ".png";
+    ASSERT_TRUE(widget.grab().save(QString::fromStdString((folder / file).string())));
+}
+
+class Shots : public ::testing::Test {
+protected:
+    void OpenSpectrum(DeskWorld& world) {
+        const std::string measured = test::MeasuredFile("AuWire.npd");
+        world.Open({measured.empty() ? world.Write("made.npd", test::FIVE_LINES) : measured});
+    }
+    ~Shots() override { QApplication::setPalette(QApplication::style()->standardPalette()); }
+};
+
+TEST_F(Shots, TheEmptyWindow) {
+    DeskWorld world;
+    Shoot(world.Main(), "empty");
+}
+
+TEST_F(Shots, ASpectrumOpened) {
+    DeskWorld world;
+    OpenSpectrum(world);
+    Shoot(world.Main(), "opened");
+}
+
+TEST_F(Shots, ASpectrumFitted) {
+    DeskWorld world;
+    OpenSpectrum(world);
+    world.ClickOn(frmVaelAna.cmdAutoFit);
+    Shoot(world.Main(), "fitted");
+}
+
+TEST_F(Shots, TheSameInTheDark) {
+    QApplication::setPalette(Dark());
+    DeskWorld world;
+    OpenSpectrum(world);
+    world.ClickOn(frmVaelAna.cmdAutoFit);
+    Shoot(world.Main(), "fitted_dark");
+}
+
+TEST_F(Shots, ASmallWindow) {
+    DeskWorld world;
+    OpenSpectrum(world);
+    world.Main().resize(world.Main().minimumSizeHint());
+    DeskWorld::Settle();
+    Shoot(world.Main(), "small");
+}
+
+TEST_F(Shots, TheLogAndTheMessage) {
+    DeskWorld world;
+    OpenSpectrum(world);
+    world.ClickOn(frmVaelAna.cmdAutoFit);
+    world.ClickOn(frmVaelAna.mnuLogText);
+    Shoot(*world.Desk.FormOfView(frmLog), "log");
+    frmDialogMessage.Kind(0);
+    frmDialogMessage.Message("グラフNoｶﾞ規定範囲外です｡:14");
+    frmDialogMessage.Visible = true;
+    world.Desk.Show();
+    DeskWorld::Settle();
+    Shoot(*world.Desk.FormOfView(frmDialogMessage), "message");
+    frmDialogMessage.Visible = false;
+    world.Desk.Show();
+}
+
+}  // namespace
+}  // namespace vael
