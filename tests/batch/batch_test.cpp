@@ -30,9 +30,10 @@ struct Ran {
 std::string Quoted(const std::string& word) { return "'" + word + "'"; }
 
 /// Runs vael-batch with the tree's crystals.
-Ran Batch(const std::vector<std::string>& words, const std::string& before = {}) {
+Ran Batch(const std::vector<std::string>& words, const std::string& before = {},
+          const std::string& data = VAEL_SOURCE_DIR "/data") {
     const TempFolder folder;
-    std::string line = before + Quoted(VAEL_BATCH) + " --data " + Quoted(VAEL_SOURCE_DIR "/data");
+    std::string line = before + Quoted(VAEL_BATCH) + " --data " + Quoted(data);
     for (const auto& word : words) line += " " + Quoted(word);
     line += " >" + Quoted(folder.Path("out")) + " 2>" + Quoted(folder.Path("err"));
     const int status = std::system(line.c_str());
@@ -42,9 +43,11 @@ Ran Batch(const std::vector<std::string>& words, const std::string& before = {})
 Json One(std::vector<std::string> words) {
     words.insert(words.begin(), {"--format", "json"});
     const Ran ran = Batch(words);
-    EXPECT_EQ(ran.Err, "");
     const Json all = ran.Parsed();
     EXPECT_EQ(all.size(), 1u);
+    const bool fine = all.at(0)["status"] == "ok";
+    EXPECT_EQ(ran.Err.empty(), fine) << ran.Err;
+    EXPECT_EQ(ran.Status, fine ? 0 : 1);
     return all.at(0);
 }
 
@@ -361,7 +364,7 @@ TEST(Batch, OutFilesAreMadeForEachSpectrumUnderNamesOfTheirOwn) {
               "ch,keV,d,fwhm_ch,amplitude,net,h,k,l,d_calc,matched,used");
     EXPECT_EQ(csv, BytesOf(folder.Path("out/Au_2GPa_500K.npd-2.peaks.csv")));
     const std::string page = BytesOf(folder.Path("out/Au_2GPa_500K.npd.svg"));
-    EXPECT_EQ(page.substr(0, 4), "<svg");
+    EXPECT_NE(page.find("<svg"), std::string::npos);
     EXPECT_NE(page.find("Au Gold"), std::string::npos);
 }
 
@@ -383,11 +386,10 @@ TEST(Batch, AWrongCrystalIsAWrongCall) {
 TEST(Batch, ADamagedCrystalFileNamesItsLine) {
     const TempFolder folder;
     folder.Write("crystal.dat", "1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n1\nAu,0,4,4,4,90,90,90\n1 1 1\n2 0\n");
-    const Ran ran = Batch({"--data", folder.Path(), "--crystal", "Au",
-                           VAEL_SOURCE_DIR "/data/samples/Au_2GPa_500K.npd"},
-                          "");
+    const Ran ran = Batch({"--crystal", "Au", VAEL_SOURCE_DIR "/data/samples/Au_2GPa_500K.npd"}, "",
+                          folder.Path());
     EXPECT_EQ(ran.Status, 2);
-    EXPECT_NE(ran.Err.find("crystal.dat"), std::string::npos) << ran.Err;
+    EXPECT_NE(ran.Err.find("crystal.dat: line 14"), std::string::npos) << ran.Err;
 }
 
 TEST(Batch, TheTableNamesEveryFile) {
