@@ -389,7 +389,7 @@ TEST(Batch, ADamagedCrystalFileNamesItsLine) {
     const Ran ran = Batch({"--crystal", "Au", VAEL_SOURCE_DIR "/data/samples/Au_2GPa_500K.npd"}, "",
                           folder.Path());
     EXPECT_EQ(ran.Status, 2);
-    EXPECT_NE(ran.Err.find("crystal.dat: line 14"), std::string::npos) << ran.Err;
+    EXPECT_NE(ran.Err.find("crystal.dat, line 14"), std::string::npos) << ran.Err;
 }
 
 TEST(Batch, TheTableNamesEveryFile) {
