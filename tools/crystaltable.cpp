@@ -76,7 +76,7 @@ std::vector<Structure> Markers() {
          {{5, 1.0 / 3, 2.0 / 3, 0.25}, {7, 1.0 / 3, 2.0 / 3, 0.75}},
          0.7,
          "powder diffraction file 34-421"},
-        Fcc("Pt_B Platinum, Birch scale", 3.9231, 78, "Swanson and Tatge 1953"),
+        Fcc("Pt_B Platinum (Birch scale)", 3.9231, 78, "Swanson and Tatge 1953"),
     };
 }
 

@@ -30,15 +30,15 @@ std::string CellOf(const Cell& cell, int system) {
 }
 
 /// The words that say what the file is, in every file and in the table.
-std::string Comment(const SampleSpec& spec) {
-    return "SIMULATED, not measured: " + spec.Marker + " at " + Fixed(spec.Pressure, "0.0") +
-           " GPa, " + Fixed(spec.Temperature, "0") + " K by its scale; truth in README.md";
+std::string Comment(const SampleRecipe& recipe) {
+    return "SIMULATED, not measured: " + recipe.Marker + " at " + Fixed(recipe.Pressure, "0.0") +
+           " GPa, " + Fixed(recipe.Temperature, "0") + " K by its scale; truth in README.md";
 }
 
 }  // namespace
 
-const std::vector<SampleSpec>& SampleSpecs() {
-    static const std::vector<SampleSpec> specs{
+const std::vector<SampleRecipe>& SampleRecipes() {
+    static const std::vector<SampleRecipe> recipes{
         {"NaCl_0GPa_300K", "NACL", 0.0, 300.0, 6.0, 9000.0, 0.0, 30.0, 90.0, {}, 101, false},
         {"NaCl_2GPa_800K", "NACL", 2.0, 800.0, 6.0, 12000.0, 0.0, 40.0, 160.0, {}, 102, true},
         {"NaCl_3GPa_900K_Fe",
@@ -94,9 +94,9 @@ const std::vector<SampleSpec>& SampleSpecs() {
          110,
          true},
         {"hBN_1GPa_900K", "hBN", 1.0, 900.0, 7.0, 30000.0, 0.0, 50.0, 220.0, {}, 111, false},
-        {"hBN_2GPa_1200K_Al2O3",
+        {"hBN_1GPa_1200K_Al2O3",
          "hBN",
-         2.0,
+         1.0,
          1200.0,
          7.0,
          28000.0,
@@ -107,28 +107,28 @@ const std::vector<SampleSpec>& SampleSpecs() {
          112,
          true},
     };
-    return specs;
+    return recipes;
 }
 
 std::string NpdText(const SimulatedSpectrum& spectrum) {
-    const SampleSpec& spec = spectrum.Spec;
-    std::string comment = Comment(spec);
+    const SampleRecipe& recipe = spectrum.Recipe;
+    std::string comment = Comment(recipe);
     comment.resize(100, ' ');
     std::string text;
     const auto line = [&](const std::string& words) { text += words + "\r\n"; };
     line("Record length,23");
-    line("Sample name," + spec.File);
+    line("Sample name," + recipe.File);
     line("Operator name,vael-simulate");
-    line("Profile number,simulated, seed " + std::to_string(spec.Seed));
+    line("Profile number,simulated, seed " + std::to_string(recipe.Seed));
     line("Time,2000-01-01 00:00:00");
     line("Measurement mode,Live");
     for (std::size_t i = 0; i < 3; ++i)
         line("EGC" + std::to_string(i) + "," + Fixed(spectrum.EgcCoef[i], "0.00000E+000"));
-    line("2Theta(deg)," + Fixed(spec.TwoTheta, "#0.0000"));
+    line("2Theta(deg)," + Fixed(recipe.TwoTheta, "#0.0000"));
     line("Live time(sec),300.00");
     line("Real time(sec),330.00");
     line("Dead time(%),9.09091");
-    line("Temperature(K)," + Fixed(spec.Temperature, "#0.00"));
+    line("Temperature(K)," + Fixed(recipe.Temperature, "#0.00"));
     line("Press load(ton),0.00");
     line("Ring status,current(mA)=0.00");
     line("Beam intensity,0.00");
@@ -155,19 +155,19 @@ std::string TruthText(const std::vector<SimulatedSpectrum>& spectra) {
         "| File | Scale | P (GPa) | T (K) | V/V0 | Cell of the marker | 2theta | Pick-up | "
         "With it |\n|---|---|---|---|---|---|---|---|---|\n";
     for (const SimulatedSpectrum& spectrum : spectra) {
-        const SampleSpec& spec = spectrum.Spec;
+        const SampleRecipe& recipe = spectrum.Recipe;
         std::string others;
-        for (std::size_t i = 0; i < spec.Others.size(); ++i)
-            others += (i ? "; " : "") + spec.Others[i].Key + " " +
-                      CellOf(spectrum.OtherCells[i], FindStructure(spec.Others[i].Key).System);
-        if (spec.Fluorescence > 0.0)
-            others += (others.empty() ? "" : "; ") + spec.Marker + " K lines";
-        const bool axis = spec.Marker == "hBN";
-        text += "| " + spec.File + ".npd | " + ScaleName(*FindScale(spec.Marker)) + " | " +
-                Fixed(spec.Pressure, "0.0") + " | " + Fixed(spec.Temperature, "0") + " | " +
+        for (std::size_t i = 0; i < recipe.Others.size(); ++i)
+            others += (i ? "; " : "") + recipe.Others[i].Key + " " +
+                      CellOf(spectrum.OtherCells[i], FindStructure(recipe.Others[i].Key).System);
+        if (recipe.Fluorescence > 0.0)
+            others += (others.empty() ? "" : "; ") + recipe.Marker + " K lines";
+        const bool axis = recipe.Marker == "hBN";
+        text += "| " + recipe.File + ".npd | " + ScaleName(*FindScale(recipe.Marker)) + " | " +
+                Fixed(recipe.Pressure, "0.0") + " | " + Fixed(recipe.Temperature, "0") + " | " +
                 (axis ? "c/c0 " : "") + Fixed(spectrum.Ratio, "0.000000") + " | " +
-                CellOf(spectrum.MarkerCell, FindStructure(spec.Marker).System) + " | " +
-                Fixed(spec.TwoTheta, "0.0000") + " | " + Fixed(spectrum.Pickup, "0.00") + " | " +
+                CellOf(spectrum.MarkerCell, FindStructure(recipe.Marker).System) + " | " +
+                Fixed(recipe.TwoTheta, "0.0000") + " | " + Fixed(spectrum.Pickup, "0.00") + " | " +
                 (others.empty() ? "nothing" : others) + " |\n";
     }
     return text;

@@ -13,10 +13,10 @@ using namespace vael::tools;
 namespace {
 
 bool WriteAll(const std::string& folder) {
-    for (const SampleSpec& spec : SampleSpecs()) {
-        const std::string path = folder + "/" + spec.File + ".npd";
+    for (const SampleRecipe& recipe : SampleRecipes()) {
+        const std::string path = folder + "/" + recipe.File + ".npd";
         std::ofstream out(path, std::ios::binary);
-        out << NpdText(Simulate(spec)) << std::flush;
+        out << NpdText(Simulate(recipe)) << std::flush;
         if (!out) {
             std::cerr << path << ": cannot be written\n";
             return false;
@@ -26,7 +26,7 @@ bool WriteAll(const std::string& folder) {
 }
 
 void PrintLines(const SimulatedSpectrum& spectrum) {
-    std::cout << "\n" << spectrum.Spec.File << "\n";
+    std::cout << "\n" << spectrum.Recipe.File << "\n";
     for (const TrueLine& line : spectrum.Lines)
         std::cout << "  " << line.Key << " " << line.Hkl[0] << " " << line.Hkl[1] << " "
                   << line.Hkl[2] << "  channel " << line.Channel << "  " << line.Energy
@@ -46,7 +46,7 @@ int main(int argc, char** argv) {
     try {
         if (argv[1][0] != '-') return WriteAll(argv[1]) ? 0 : 1;
         std::vector<SimulatedSpectrum> all;
-        for (const SampleSpec& spec : SampleSpecs()) all.push_back(Simulate(spec));
+        for (const SampleRecipe& recipe : SampleRecipes()) all.push_back(Simulate(recipe));
         if (std::strcmp(argv[1], "--lines") == 0) {
             for (const SimulatedSpectrum& spectrum : all) PrintLines(spectrum);
         } else {

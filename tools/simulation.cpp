@@ -31,9 +31,9 @@ double BeamAt(double energy) {
 }
 
 /// Background: scattered beam, a broad hump about 42 keV on a level.
-double BackgroundAt(const SampleSpec& spec, double energy) {
+double BackgroundAt(const SampleRecipe& recipe, double energy) {
     const double z = (energy - 42.0) / (energy < 42.0 ? 16.0 : 38.0);
-    return spec.BackLow + (spec.BackHigh - spec.BackLow) * std::exp(-z * z);
+    return recipe.BackLow + (recipe.BackHigh - recipe.BackLow) * std::exp(-z * z);
 }
 
 /// The argument between `low` and `high` at which a falling function is 0.
@@ -74,14 +74,14 @@ void PlaceLine(SimulatedSpectrum& out, TrueLine line) {
 /// factor; heights are these over the detector's width.
 void PlaceSubstance(SimulatedSpectrum& out, const std::string& key, const Cell& cell,
                     double height) {
-    const SampleSpec& spec = out.Spec;
+    const SampleRecipe& recipe = out.Recipe;
     const Structure& structure = FindStructure(key);
     std::vector<TrueLine> lines;
     double strongest = 0.0;
     for (const PowderLine& line : PowderLines(structure, cell, 0.62)) {
-        TrueLine put{key, line.Hkl, Bragg(line.D, spec.TwoTheta), line.D, 0.0, 0.0, 0.0};
+        TrueLine put{key, line.Hkl, Bragg(line.D, recipe.TwoTheta), line.D, 0.0, 0.0, 0.0};
         if (put.Energy < 15.0 || put.Energy > 130.0) continue;
-        const double b = DEBYE_WALLER_B * spec.Temperature / ROOM_KELVIN;
+        const double b = DEBYE_WALLER_B * recipe.Temperature / ROOM_KELVIN;
         put.Height = BeamAt(put.Energy) * line.D * line.D * line.SumF2 *
                      std::exp(-2.0 * b / (4.0 * line.D * line.D)) / DetectorWidth(put.Energy);
         strongest = std::max(strongest, put.Height);
@@ -102,11 +102,11 @@ Cell CompanionCell(const Companion& other, double pressure, double kelvin) {
 }
 
 void DrawCounts(SimulatedSpectrum& out) {
-    Random random(out.Spec.Seed);
+    Random random(out.Recipe.Seed);
     out.Counts.resize(CHANNELS);
     for (int i = 0; i < CHANNELS; ++i) {
         const double energy = ChToEnergy(i + 1.0, out.EgcCoef);
-        double mean = BackgroundAt(out.Spec, energy);
+        double mean = BackgroundAt(out.Recipe, energy);
         for (const TrueLine& line : out.Lines) {
             const double z = (i - line.Channel) / line.Fwhm;
             if (std::fabs(z) < 5.0)
@@ -118,13 +118,13 @@ void DrawCounts(SimulatedSpectrum& out) {
 
 /// The pick-up range that reaches from the reference cell to every line of the marker.
 double PickupFor(const SimulatedSpectrum& spectrum) {
-    const Structure& structure = FindStructure(spectrum.Spec.Marker);
+    const Structure& structure = FindStructure(spectrum.Recipe.Marker);
     CrystalRecord record;
     record.System = static_cast<std::int16_t>(structure.System);
     record.Count = 1;
     double most = 0.0;
     for (const TrueLine& line : spectrum.Lines) {
-        if (line.Key != spectrum.Spec.Marker || line.D == 0.0) continue;
+        if (line.Key != spectrum.Recipe.Marker || line.D == 0.0) continue;
         record.Hs[0] = line.Hkl[0];
         record.Ks[0] = line.Hkl[1];
         record.Ls[0] = line.Hkl[2];
@@ -189,7 +189,8 @@ Cell MarkerCellAt(const std::string& key, double pressure, double kelvin, double
         case PressureScale::AuAnderson: ratio = invert(PressureAuAnderson, 0.65, 1.10); break;
         case PressureScale::MgOTable: ratio = invert(PressureMgOTable, 0.74, 1.10); break;
         case PressureScale::HbnAxis: {
-            // The scale knows the c axis alone; a hardly moves: 1/1200 a GPa, and 2.7e-6 a kelvin less.
+            // The scale knows the c axis alone; a hardly moves: 1/1200 a GPa, and 2.7e-6 a kelvin
+            // less.
             const double c = Bisect(
                 [&](double x) { return PressureHbnAxis(x, kelvin - 273.15) - pressure; }, 5.0, 7.2);
             ratio = c / cell[2];
@@ -204,18 +205,19 @@ Cell MarkerCellAt(const std::string& key, double pressure, double kelvin, double
     return cell;
 }
 
-SimulatedSpectrum Simulate(const SampleSpec& spec) {
+SimulatedSpectrum Simulate(const SampleRecipe& recipe) {
     SimulatedSpectrum out;
-    out.Spec = spec;
-    out.EgcCoef = spec.Curved ? std::array<double, 3>{0.0421, 0.030480, 1.5e-8}
-                              : std::array<double, 3>{0.0385, 0.030625, 0.0};
-    out.MarkerCell = MarkerCellAt(spec.Marker, spec.Pressure, spec.Temperature, out.Ratio);
-    PlaceSubstance(out, spec.Marker, out.MarkerCell, spec.Height);
-    for (const EmissionLine& line : EmissionOf(spec.Marker))
-        PlaceLine(out,
-                  {spec.Marker, {}, line.Energy, 0.0, 0.0, spec.Fluorescence * line.Strength, 0.0});
-    for (const Companion& other : spec.Others) {
-        out.OtherCells.push_back(CompanionCell(other, spec.Pressure, spec.Temperature));
+    out.Recipe = recipe;
+    out.EgcCoef = recipe.Curved ? std::array<double, 3>{0.0421, 0.030480, 1.5e-8}
+                                : std::array<double, 3>{0.0385, 0.030625, 0.0};
+    out.MarkerCell = MarkerCellAt(recipe.Marker, recipe.Pressure, recipe.Temperature, out.Ratio);
+    PlaceSubstance(out, recipe.Marker, out.MarkerCell, recipe.Height);
+    for (const EmissionLine& line : EmissionOf(recipe.Marker))
+        PlaceLine(
+            out,
+            {recipe.Marker, {}, line.Energy, 0.0, 0.0, recipe.Fluorescence * line.Strength, 0.0});
+    for (const Companion& other : recipe.Others) {
+        out.OtherCells.push_back(CompanionCell(other, recipe.Pressure, recipe.Temperature));
         PlaceSubstance(out, other.Key, out.OtherCells.back(), other.Height);
     }
     out.Pickup = PickupFor(out);

@@ -10,16 +10,16 @@
 
 namespace vael::tools {
 
-/// Random numbers that are the same on every machine: xoshiro256** (Blackman and Vigna 2018), seeded
-/// by splitmix64.
+/// Random numbers that are the same on every machine: xoshiro256** (Blackman and Vigna 2018),
+/// seeded by splitmix64.
 class Random {
 public:
     explicit Random(std::uint64_t seed);
     [[nodiscard]] std::uint64_t Next();
     /// Uniform in (0, 1).
     [[nodiscard]] double Uniform();
-    /// A count of the given mean by products of uniform numbers, in portions of a mean of 16 at most,
-    /// so that it is exact for every mean.
+    /// A count of the given mean by products of uniform numbers, in portions of a mean of 16 at
+    /// most, so that it is exact for every mean.
     [[nodiscard]] std::int32_t Poisson(double mean);
 
 private:
@@ -37,7 +37,7 @@ struct Companion {
 };
 
 /// One spectrum to make.
-struct SampleSpec {
+struct SampleRecipe {
     std::string File;           // without extension
     std::string Marker;         // its key in crystal.dat
     double Pressure = 0.0;      // GPa
@@ -64,7 +64,7 @@ struct TrueLine {
 };
 
 struct SimulatedSpectrum {
-    SampleSpec Spec;
+    SampleRecipe Recipe;
     std::array<double, 3> EgcCoef{};
     Cell MarkerCell{};   // at pressure and temperature
     double Ratio = 0.0;  // V/V0 of the marker (c/c0 for hBN)
@@ -74,7 +74,7 @@ struct SimulatedSpectrum {
     double Pickup = 0.03;  // pick-up range that holds every line of the marker, angstrom
 };
 
-[[nodiscard]] const std::vector<SampleSpec>& SampleSpecs();
+[[nodiscard]] const std::vector<SampleRecipe>& SampleRecipes();
 
 /// The marker's cell at pressure and temperature, by inverting its own pressure scale (bisection).
 /// `ratio` receives V/V0, or c/c0 for hBN. Faults: Argument when the scale does not reach it.
@@ -85,7 +85,7 @@ struct SimulatedSpectrum {
 /// its square linear in energy (Fano statistics and a constant noise).
 [[nodiscard]] double DetectorWidth(double energy);
 
-[[nodiscard]] SimulatedSpectrum Simulate(const SampleSpec& spec);
+[[nodiscard]] SimulatedSpectrum Simulate(const SampleRecipe& recipe);
 
 /// The spectrum as an .npd text, and the table of truth of all as Markdown.
 [[nodiscard]] std::string NpdText(const SimulatedSpectrum& spectrum);

@@ -53,12 +53,12 @@ struct PowderLine {
 /// phase.
 [[nodiscard]] bool IsExtinct(const std::vector<SymmetryOp>& group, int h, int k, int l);
 
-/// Electrons that scatter in phase at s = sin(theta)/lambda = 1/(2d), after the Thomas-Fermi picture
-/// of an atom: Z / (1 + (s / s0)^2), s0 = 0.27 Z^(1/3) 1/angstrom. Good for a simulation only.
+/// Electrons that scatter in phase at s = sin(theta)/lambda = 1/(2d), after the picture of Thomas
+/// and Fermi: Z / (1 + (s / s0)^2), s0 = 0.27 Z^(1/3) 1/angstrom. Good for a simulation only.
 [[nodiscard]] double ScatteringFactor(int z, double s);
 
-/// The lines of a structure with d at `dMin` or above, in order of falling d. Reflections of one d are
-/// one line, named by the one with the fewest negative indices, then by the largest h, k, l; those
+/// The lines of a structure with d at `dMin` or above, in order of falling d. Reflections of one d
+/// are one line, named by the one with the fewest negative indices, then by the largest h, k, l; those
 /// that symmetry or the atoms' places extinguish do not appear. d comes from the reciprocal metric
 /// tensor of the cell.
 [[nodiscard]] std::vector<PowderLine> PowderLines(const Structure& structure, const Cell& cell,

@@ -11,6 +11,9 @@
 #include "core/store.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "core/windows.h"
+#include "display/page.h"
+#include "display/svgcanvas.h"
 #include "lattice/geometry.h"
 #include "toolkit/hand.h"
 
@@ -211,6 +214,106 @@ void Road::Calculate(int slot, RoadResult& result) {
     }
 }
 
-std::string Road::Page(const RoadResult&) const { return {}; }
+namespace {
+
+std::string WithError(double value, double error, const char* format) {
+    return FormatNumber(value, format) + " +- " + FormatNumber(error, format);
+}
+
+std::string HklText(const Hkl& index) {
+    return std::to_string(index[0]) + " " + std::to_string(index[1]) + " " +
+           std::to_string(index[2]);
+}
+
+/// Whether the k-th constant of the cell is a system's own, not set by another one.
+bool IsOwn(int system, std::size_t k) {
+    constexpr std::array<std::array<bool, 6>, 6> OWN{{{true},
+                                                      {true, false, true},
+                                                      {true, false, true},
+                                                      {true, true, true},
+                                                      {true, true, true, false, true},
+                                                      {true, true, true, true, true, true}}};
+    return Item(OWN, system)[k];
+}
+
+/// What fits on one line of a page.
+std::string OneLine(const std::string& text) {
+    constexpr std::size_t FITS = 170;
+    return text.size() <= FITS ? text : text.substr(0, text.rfind(' ', FITS)) + " ...";
+}
+
+/// Cell, volume and pressure as lines of a page.
+PageBlock CellBlock(const RoadResult& result) {
+    const LatticeValues& v = *result.Cell;
+    PageBlock block{.Title = result.Crystal, .Lines = {{"System", SystemListText(result.System)}}};
+    constexpr std::array<const char*, 6> NAMES{"a / A", "b / A", "c / A", "alpha", "beta", "gamma"};
+    for (std::size_t k = 0; k < NAMES.size(); ++k)
+        if (IsOwn(result.System, k))
+            block.Lines.emplace_back(NAMES[k], WithError(v.CellNow[k], v.CellError[k], "0.00000"));
+    block.Lines.emplace_back("V / A3", WithError(v.V, v.dV, "0.0000"));
+    block.Lines.emplace_back("V/V0", WithError(v.X, v.dX, "0.000000"));
+    if (v.Pressure) {
+        block.Lines.emplace_back("P / GPa", WithError(v.Pressure->P, v.Pressure->Error, "0.000"));
+        block.Lines.emplace_back("Scale", ScaleName(v.Pressure->Scale));
+    }
+    return block;
+}
+
+PageTable PeakPageTable(const RoadResult& result) {
+    PageTable table{.Head = {"ch", "keV", "d / A", "fwhm", "net", "h k l", "d calc", "used"}, .Rows = {}};
+    for (const RoadPeak& p : result.Peaks) {
+        if (result.Cell && !p.Matched) continue;  // the peak list has them all
+        table.Rows.push_back({FormatNumber(p.Ch, "0.00"), FormatNumber(p.KeV, "0.000"),
+                              FormatNumber(p.D, "0.0000"), FormatNumber(p.FwhmCh, "0.00"),
+                              FormatNumber(p.Net, "0"), p.Index ? HklText(*p.Index) : "",
+                              p.DCalc ? FormatNumber(*p.DCalc, "0.0000") : "", p.Used ? "yes" : ""});
+    }
+    return table;
+}
+
+}  // namespace
+
+std::string Road::Page(const RoadResult& result) const {
+    const int slot = 0;  // the file's own: the road starts in an empty store
+    const PropertyRecord& property = Item(store.PropertyRecords, slot);
+    const auto counts = [&](int which) {
+        return std::span<const std::int32_t>(
+            Item(store.SpectrumDatas, which).Count.data(),
+            static_cast<std::size_t>(std::max<int>(0, result.Channels)));
+    };
+    PageData page;
+    page.Title = SplitFilePath(result.File).Base();
+    page.Subtitle = property.SampleName.Trimmed() + "   " + property.Memo.Trimmed();
+    page.Counts = counts(slot);
+    if (const int row = RowOfName(NAME_BACKGROUND); row >= 0)
+        page.Background = counts(GetGraphDataNo(row));
+    if (const int row = RowOfName(NAME_FIT); row >= 0) page.Fit = counts(GetGraphDataNo(row));
+    page.Param = property.Param;
+    page.Dac = DacNow();
+    for (const RoadPeak& p : result.Peaks)
+        page.Peaks.push_back({.Ch = p.Ch - 1.0,
+                              .Label = p.Index ? HklText(*p.Index) + "  " + FormatNumber(p.D, "0.0000")
+                                               : FormatNumber(p.KeV, "0.00") + " keV",
+                              .Used = p.Used || crystal_ < 0});
+    PageBlock about{.Title = "Measurement", .Lines = {}};
+    about.Lines.emplace_back("Date", DateToShow(property.OpDate.View()) + " " +
+                                         TimeToShow(property.OpTime.View()));
+    about.Lines.emplace_back("2 theta", FormatNumber(property.Param.TwoTheta, "0.00000"));
+    if (result.TemperatureC)
+        about.Lines.emplace_back("Temperature / C", FormatNumber(*result.TemperatureC, "0.0"));
+    about.Lines.emplace_back("Channels", std::to_string(result.Channels));
+    about.Lines.emplace_back("Peaks", std::to_string(result.Peaks.size()));
+    about.Lines.emplace_back("Status", result.Status);
+    page.Blocks.push_back(std::move(about));
+    if (result.Cell) page.Blocks.push_back(CellBlock(result));
+    page.Table = PeakPageTable(result);
+    page.Footer = OneLine(result.Message);
+
+    SvgSurface paper;
+    paper.SetTitle(page.Title);
+    Canvas canvas(paper);
+    DrawPage(canvas, Engine(), page);
+    return paper.Text();
+}
 
 }  // namespace vael

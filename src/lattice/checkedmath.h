@@ -4,6 +4,7 @@
 #include "core/fault.h"
 
 #include <cmath>
+#include <limits>
 
 namespace vael {
 
@@ -11,6 +12,13 @@ namespace vael {
 [[nodiscard]] inline double Finite(double value) {
     if (!std::isfinite(value)) throw Fault(FaultNumber::Overflow, "Overflow of a floating number.");
     return value;
+}
+
+/// Rounded to 4 bytes. Faults: Overflow.
+[[nodiscard]] inline float Single(double value) {
+    if (!(std::fabs(value) <= static_cast<double>(std::numeric_limits<float>::max())))
+        throw Fault(FaultNumber::Overflow, "Overflow of a floating number.");
+    return static_cast<float>(value);
 }
 
 /// Square root. Faults: Argument for a negative number.

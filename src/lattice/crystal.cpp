@@ -80,7 +80,10 @@ public:
     bool AtEnd() { return !SkipToField(); }
 
     static std::string Shown(std::string_view field) {
-        return "\"" + FromCp932(CutCp932(field, 40)) + "\"";
+        std::string text(1, '"');
+        text += FromCp932(CutCp932(field, 40));
+        text += '"';
+        return text;
     }
 
 private:
@@ -168,7 +171,7 @@ CrystalTable ReadCrystalFile(std::istream& in, std::string_view name) {
     for (int i = 0; i < COMMENT_LINES; ++i)
         if (!reader.NextLine()) reader.Refuse("the file ends in its ten lines of comment.");
     const std::string expected = "the number of crystals, 0 to 31,";
-    // The comments are whole lines: what stands behind the tenth is the count's.
+    // The comments are whole lines: the count starts on a new one.
     if (!reader.NextLine()) reader.Refuse("the file ends where " + expected + " was expected.");
     const std::int16_t count = reader.WholeField(expected);
     if (count < 0 || count > CRYSTAL_MAX)
@@ -181,7 +184,6 @@ CrystalTable ReadCrystalFile(std::istream& in, std::string_view name) {
     if (count > 0 && !reader.AtEnd())
         reader.Refuse("the end of the file was expected behind crystal " + std::to_string(count) +
                       ", the last one by the count.");
-    if (in.rdbuf() == nullptr || in.bad()) reader.Refuse("the file could not be read on.");
     return table;
 }
 

@@ -65,8 +65,8 @@ struct CrystalTable {
 /// be read.
 [[nodiscard]] CrystalTable ReadCrystalFile(const std::string& path);
 
-/// Index of the first crystal whose key, whose full name behind the key, or whose whole text of both
-/// is `wanted`, to the letter; -1 when there is none.
+/// Index of the first crystal whose key, whose full name behind the key, or whose whole text of
+/// both is `wanted`, to the letter; -1 when there is none.
 [[nodiscard]] int FindCrystal(const CrystalTable& table, std::string_view wanted);
 
 /// The name up to its first blank, or all of it.

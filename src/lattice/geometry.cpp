@@ -136,7 +136,7 @@ double CellVolume(const Cell& cell, int system) {
         case SYSTEM_TRI: v = a * b * c * Root(AngleFactor(cell)); break;
         default: break;
     }
-    return static_cast<double>(static_cast<float>(v));
+    return static_cast<double>(Single(v));
 }
 
 double ThetaCu(double d, double energy) {

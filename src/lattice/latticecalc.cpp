@@ -80,8 +80,7 @@ MarkerArguments ShowMarker(LatticeValues& values, const CrystalRecord& crystal, 
     marker.a = a;
     if (system == SYSTEM_CUB) {
         // The error of a from that of 1/a^2.
-        marker.da =
-            static_cast<float>(0.5 * static_cast<double>(values.Solution.ParamErr(1)) * a * a * a);
+        marker.da = Single(0.5 * static_cast<double>(values.Solution.ParamErr(1)) * a * a * a);
         const double da = static_cast<double>(marker.da);
         values.V = a * a * a;
         values.dV = 3.0 * da * a * a;
@@ -89,9 +88,9 @@ MarkerArguments ShowMarker(LatticeValues& values, const CrystalRecord& crystal, 
     } else {
         // The direct errors are multiplied by the cubes, unlike the cubic branch; kept so.
         const double c = Out(values, 3);
-        marker.da = static_cast<float>(0.5 * Err(values, 1) * a * a * a);
+        marker.da = Single(0.5 * Err(values, 1) * a * a * a);
         marker.c = values.Solution.CellOut(3);
-        marker.dc = static_cast<float>(0.5 * Err(values, 3) * c * c * c);
+        marker.dc = Single(0.5 * Err(values, 3) * c * c * c);
         const double da = static_cast<double>(marker.da);
         const double dc = static_cast<double>(marker.dc);
         values.V = a * a * c * HEXAGONAL_FACTOR;
@@ -180,7 +179,7 @@ CalcRequest RequestFor(const LatticeState& state, std::int16_t crystalIndex, std
 }
 
 double CalculatedD(const LatticeValues& values, int system, const ReflectionMatch& row) {
-    const auto edge = [&](std::size_t i) { return static_cast<float>(values.CellNow[i]); };
+    const auto edge = [&](std::size_t i) { return Single(values.CellNow[i]); };
     return CalcDOne(system, row.H, row.K, row.L, edge(0), edge(1), edge(2), edge(3), edge(4),
                     edge(5));
 }

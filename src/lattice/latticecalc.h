@@ -54,10 +54,10 @@ struct LatticeValues {
     std::string PressureText;               // of the box, when there is a pressure
 };
 
-/// Steps 3 to 5 of the calculating command: solves the cell from the request's seeds, and forms what
-/// the mode shows. Sample mode shows every system; marker mode shows cubic and hexagonal ones, with
-/// the pressure. Clears state.FitFailed and stores the seeds. Faults: those of the geometry, the fit
-/// and the scales; they end the calculation.
+/// The calculation: solves the cell from the request's seeds, and forms
+/// what the mode shows. Sample mode shows every system; marker mode shows cubic and hexagonal ones,
+/// with the pressure. Clears state.FitFailed and stores the seeds. Faults: those of the geometry,
+/// the fit and the scales; they end the calculation.
 [[nodiscard]] LatticeValues CalcLattice(LatticeState& state, const CalcRequest& request,
                                         const MatchSource& source, const Talk& talk);
 

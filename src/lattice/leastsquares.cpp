@@ -2,6 +2,7 @@
 #include "lattice/leastsquares.h"
 
 #include "core/fault.h"
+#include "lattice/checkedmath.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -13,11 +14,6 @@ constexpr float PIVOT_TOLERANCE = 0.0001F;
 constexpr float HALF_DEGREE = 0.008726646F;  // radians: an angle over it is twice that angle
 
 using Matrix = Table1<Table1<float, METRIC_COUNT>, METRIC_COUNT>;
-
-float Narrow4(double value) {
-    if (!std::isfinite(value)) throw Fault(FaultNumber::Overflow, "Overflow of a floating number.");
-    return static_cast<float>(value);
-}
 
 int CountRows(const FitArrays& fit) {
     int rows = 0;
@@ -144,8 +140,8 @@ void LoadFitArrays(LatticeState& state, std::int16_t system) {
         if (match.Matched != TRUE_WORD || match.Excluded != FALSE_WORD) continue;
         ++row;
         fit.FitHkl(row) = {match.H, match.K, match.L};
-        fit.FitDObs(row) = Narrow4(match.DObs);
-        fit.FitTheta(row) = Narrow4(match.ThetaCu);
+        fit.FitDObs(row) = Single(match.DObs);
+        fit.FitTheta(row) = Single(match.ThetaCu);
         fit.FitWeight(row) = 1.0F;
     }
 }
@@ -176,7 +172,7 @@ int CellRefine(LatticeState& state, const Talk& talk, LatticeSolution& solution)
         if (fit.FitFlag(row) == 2) continue;
         ++m;
         const float w = fit.FitWeight(row);
-        y(m) = Narrow4(Quot(Quot(w, fit.FitDObs(row)), fit.FitDObs(row)));
+        y(m) = Single(Quot(Quot(w, fit.FitDObs(row)), fit.FitDObs(row)));
         for (int j = 1; j <= np; ++j) x(m)(j) = fit.DesignRow(row)(j) * w;
     }
     if (m < np) {
@@ -211,7 +207,7 @@ void SolveLeastSquares(float tolerance, int n, int& m, const Table1<float, MAX_P
     Matrix q;
     for (int i = 1; i <= n; ++i) q(i)(i) = 1.0F;
     if (n == 1) {
-        q(1)(1) = Narrow4(Quot(1.0, normal(1)(1)));
+        q(1)(1) = Single(Quot(1.0, normal(1)(1)));
     } else if (!Invert(n, tolerance, normal, q)) {
         talk.say("最小二乗が計算できません", "");
         m = 0;

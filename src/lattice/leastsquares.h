@@ -23,9 +23,9 @@ inline constexpr int REFINE_TOO_FEW = -1;  // "計算するための回折線の
 /// Clears the work arrays and fills them from the rows that are matched and in use, in row order.
 void LoadFitArrays(LatticeState& state, std::int16_t system);
 
-/// Refines the loaded rows: 1/d^2 is linear in (a*^2, b*^2, c*^2, 2 b*c*cos alpha*, 2 a*c*cos beta*,
-/// 2 a*b*cos gamma*), so one pass of unweighted normal equations solves it. `solution` is written
-/// on success only. Faults: Overflow for indices above 181, whose squares leave 16 bits.
+/// Refines the loaded rows: 1/d^2 is linear in (a*^2, b*^2, c*^2, 2 b*c*cos alpha*, 2 a*c*cos
+/// beta*, 2 a*b*cos gamma*), so one pass of unweighted normal equations solves it. `solution` is
+/// written on success only. Faults: Overflow for indices above 181, whose squares leave 16 bits.
 [[nodiscard]] int CellRefine(LatticeState& state, const Talk& talk, LatticeSolution& solution);
 
 using DesignTable = Table1<Table1<float, METRIC_COUNT>, MAX_PEAKS>;

@@ -3,6 +3,7 @@
 
 #include "core/fault.h"
 #include "core/text.h"
+#include "lattice/checkedmath.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,7 +21,7 @@ bool InUse(const ReflectionMatch& row) {
 }
 
 double DOf(int system, const Cell& cell, const Hkl& index) {
-    const auto edge = [&](std::size_t i) { return static_cast<float>(cell[i]); };
+    const auto edge = [&](std::size_t i) { return Single(cell[i]); };
     return CalcDOne(system, index[0], index[1], index[2], edge(0), edge(1), edge(2), edge(3),
                     edge(4), edge(5));
 }

@@ -45,14 +45,14 @@ struct RuledValues {
     std::vector<UntickedRow> Unticked;
 };
 
-/// Calculates by rule. 1. Clears the match table and matches the peaks. 2. Keeps the listed reflections. 3. With DropOutliers:
-/// keeps the largest of several peaks on a reflection; then, worst first, leaves out a row whose
-/// (d obs - d calc) / d obs lies more than 4 robust standard deviations (1.4826 times the median
-/// absolute deviation, at least 1e-4) off the median, and refines again, until there is none or as
-/// few observations remain as the system has parameters, plus one. Median and spread are those of
-/// the observations (rows with an angle at 1.5418 angstrom); other rows in use are measured against
-/// them. A row whose loss makes the fit fail is taken back, and ends the search.
-/// Faults: as CalcLattice.
+/// Calculates by rule. 1. Clears the match table and matches the peaks. 2. Keeps the listed
+/// reflections. 3. With DropOutliers: keeps the largest of several peaks on a reflection; then,
+/// worst first, leaves out a row whose (d obs - d calc) / d obs lies more than 4 robust standard
+/// deviations (1.4826 times the median absolute deviation, at least 1e-4) off the median, and
+/// refines again, until there is none or as few observations remain as the system has parameters,
+/// plus one. Median and spread are those of the observations (rows with an angle at 1.5418
+/// angstrom); other rows in use are measured against them. A row whose loss makes the fit fail is
+/// taken back, and ends the search. Faults: as CalcLattice.
 [[nodiscard]] RuledValues CalcByRules(LatticeState& state, const CalcRequest& request,
                                       const MatchSource& source, const RowRules& rules,
                                       const Talk& talk);

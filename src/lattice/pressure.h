@@ -16,8 +16,8 @@ enum TemperatureUnit : int { TEMPERATURE_CELSIUS = 0, TEMPERATURE_KELVIN = 1 };
 [[nodiscard]] double ToKelvin(double value, int unit);
 [[nodiscard]] double ToCelsius(double value, int unit);
 
-/// Debye energy function D(x) = 3/x^3 times the integral of t^3/(e^t - 1) from 0 to x, by a stepping
-/// scheme good to about 1 part in 10^4, which is part of the NaCl scale. 1 for x <= 0.
+/// Debye energy function D(x) = 3/x^3 times the integral of t^3/(e^t - 1) from 0 to x, by a
+/// stepping scheme good to about 1 part in 10^4, which is part of the NaCl scale. 1 for x <= 0.
 [[nodiscard]] double DebyeFunction(double x);
 
 // X is V/V0, TK kelvin, TC degrees Celsius, volumes in cubic angstrom. Faults of all: Division,

@@ -18,5 +18,12 @@ endif()
 # The modules of levels 0 to 2: implicit conversions that lose something are errors there.
 add_library(vael_strict INTERFACE)
 target_link_libraries(vael_strict INTERFACE vael_flags)
-target_compile_options(vael_strict INTERFACE -Werror=conversion -Werror=float-conversion -Wconversion
-  -Wfloat-conversion)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(vael_strict INTERFACE -Wconversion -Wfloat-conversion -Werror=conversion
+    -Werror=float-conversion)
+endif()
+if(VAEL_FUZZ)
+  target_compile_options(vael_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined
+    -fno-sanitize-recover=all -g1)
+  target_link_options(vael_flags INTERFACE -fsanitize=address,undefined)
+endif()
