@@ -50,9 +50,9 @@ TEST(BackGraund, AnIntervalOrCountBelowOneIsSaidAndTheDataStay) {
     BackGraund(0, 0, data, 100, said.talk);
     BackGraund(-3, 5, data, 100, said.talk);
     BackGraund(20, 0, data, 100, said.talk);
-    EXPECT_EQ(said.Words, (std::vector<std::string>{"BackGrand Interval <= 0 !",
-                                                    "BackGrand Interval <= 0 !",
-                                                    "BackGrand Times <= 0 !"}));
+    EXPECT_EQ(said.Words,
+              (std::vector<std::string>{"BackGrand Interval <= 0 !", "BackGrand Interval <= 0 !",
+                                        "BackGrand Times <= 0 !"}));
     EXPECT_EQ(data, before);
 }
 
@@ -64,9 +64,9 @@ TEST(BackGraund, ALoweredAnchorAlreadyCountsForItsRightNeighbour) {
     // Pass: 100 -> (0 + 100) / 2 = 50; 100 -> (50 + 0) / 2 = 25; 0 stays below 12.
     // Chords, moved by one: at 10 the chord from 0 to 50 ends at 45, the next starts at 52.5.
     EXPECT_EQ(data[9], 40);
-    EXPECT_EQ(data[10], 52);   // 52.5 to the even neighbour
+    EXPECT_EQ(data[10], 52);  // 52.5 to the even neighbour
     EXPECT_EQ(data[11], 50);
-    EXPECT_EQ(data[20], 28);   // 25 + 2.5 = 27.5
+    EXPECT_EQ(data[20], 28);  // 25 + 2.5 = 27.5
     EXPECT_EQ(data[21], 25);
     EXPECT_EQ(data[30], 0);
     EXPECT_EQ(data[39], 0);

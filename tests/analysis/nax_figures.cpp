@@ -14,7 +14,7 @@ struct Kind {
     seeded::Spectrum (*Make)(seeded::Generator&);
     bool Auto;  // smoothed and freed of its background first
 };
-constexpr double LEAST = 20.0;   // counts a channel of the background
+constexpr double LEAST = 20.0;  // counts a channel of the background
 constexpr double MOST = 3000.0;
 const Kind KINDS[] = {
     {"separated", [](seeded::Generator& r) { return seeded::Separated(r, LEAST, MOST); }, false},
@@ -33,8 +33,7 @@ void Line(const char* label, const NaxFilledIn& filled) {
             NaxSettings settings;
             settings.EACPS = std::max(0.2, 0.02 * std::sqrt(spectrum.Background));
             settings.Filled = filled;
-            const SpectrumData data =
-                kind.Auto ? seeded::Removed(spectrum.Data) : spectrum.Data;
+            const SpectrumData data = kind.Auto ? seeded::Removed(spectrum.Data) : spectrum.Data;
             score.Add(spectrum.Peaks, NaxFitAll(data, settings, *state, Talk{}).Peaks);
         }
         std::printf(" | %6.2f %4d %2d %.3f %+.3f", 100.0 * score.FoundShare(), score.False,
@@ -58,9 +57,11 @@ void Vary(const char* name, Value NaxFilledIn::*field, std::initializer_list<Val
 }  // namespace
 
 int main() {
-    std::printf("150 spectra a column: found in %%, false, most of them in one spectrum, rms of the "
-                "centres in channels,\nmean relative error of the heights; + after smoothing and "
-                "background removal\n%-20s", "");
+    std::printf(
+        "150 spectra a column: found in %%, false, most of them in one spectrum, rms of the "
+        "centres in channels,\nmean relative error of the heights; + after smoothing and "
+        "background removal\n%-20s",
+        "");
     for (const Kind& kind : KINDS) std::printf(" | %s%-26s", kind.Name, kind.Auto ? " +" : "");
     std::printf("\n");
     Vary("Rounds", &NaxFilledIn::Rounds, {1, 2, 3, 5});

@@ -163,7 +163,7 @@ TEST(Peak, OverlappingRegionsPartAtTheValley) {
     bench.Add(Peak(50.0));
     bench.Add(Peak(60.0));
     AdjustRegions(0, 3, 0, 1, *bench.Spectrum, bench.Peaks, bench.marks);
-    EXPECT_EQ(bench.Peaks.Peak[0].EndCh, 54);    // the boundary 55 is judged by channel 54
+    EXPECT_EQ(bench.Peaks.Peak[0].EndCh, 54);  // the boundary 55 is judged by channel 54
     EXPECT_EQ(bench.Peaks.Peak[1].StartCh, 55);
 }
 

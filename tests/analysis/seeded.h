@@ -136,8 +136,7 @@ inline Spectrum Crowded(Generator& random, double least, double most) {
     const double noise = std::sqrt(spectrum.Background);
     const int peaks = 8 + static_cast<int>(random.Uniform() * 18.0);
     spectrum.Peaks = Place(
-        random, peaks,
-        [](const Peak& a, const Peak& b) { return 1.5 * std::max(a.Fwhm, b.Fwhm); },
+        random, peaks, [](const Peak& a, const Peak& b) { return 1.5 * std::max(a.Fwhm, b.Fwhm); },
         [&] { return noise * random.LogBetween(10.0, 300.0); });
     Count(spectrum, random);
     return spectrum;
