@@ -54,6 +54,53 @@ void Vary(const char* name, Value NaxFilledIn::*field, std::initializer_list<Val
     }
 }
 
+/// Counts without noise: Gaussians on fifty counts a channel.
+SpectrumData Drawn(const std::vector<seeded::Peak>& peaks) {
+    SpectrumData data{};
+    data.DataNo = 4096;
+    for (int i = 0; i < 4096; ++i) {
+        double value = 50.0;
+        for (const seeded::Peak& peak : peaks) value += seeded::GaussAt(peak, i);
+        data.Count[static_cast<std::size_t>(i)] = static_cast<std::int32_t>(std::lround(value));
+    }
+    return data;
+}
+
+void WidthsByRounds() {
+    std::printf("\nfitted full width of one line without noise, by its true one\n");
+    for (const int rounds : {1, 2, 3, 5}) {
+        std::printf("Rounds = %d", rounds);
+        for (const double fwhm : {10.0, 16.0, 20.0, 25.0, 30.0}) {
+            NaxSettings settings;
+            settings.Filled.Rounds = rounds;
+            NaxState state;
+            const NaxResult result =
+                NaxFitAll(Drawn({{1000.0, 3000.0, fwhm}}), settings, state, Talk{});
+            std::printf(" | %2.0f: %5.2f", fwhm, result.Peaks.empty() ? 0.0 : result.Peaks[0].Fwhm);
+        }
+        std::printf("\n");
+    }
+}
+
+void CombBySpan() {
+    std::printf("\n50 combs of 20 lines of full width 10, 45 channels apart: found in %%\n");
+    for (const double span : {0.0, 0.25, 0.5, 0.75}) {
+        NaxSettings settings;
+        settings.Filled.LeastSpan = span;
+        NaxState state;
+        seeded::Score score;
+        for (std::uint64_t seed = 1; seed <= 50; ++seed) {
+            seeded::Generator random(seed);
+            seeded::Spectrum comb;
+            comb.Background = 50.0;
+            for (int k = 0; k < 20; ++k) comb.Peaks.push_back({300.0 + 45.0 * k, 200.0, 10.0});
+            seeded::Count(comb, random);
+            score.Add(comb.Peaks, NaxFitAll(comb.Data, settings, state, Talk{}).Peaks);
+        }
+        std::printf("LeastSpan = %.2f | %.2f\n", span, 100.0 * score.FoundShare());
+    }
+}
+
 }  // namespace
 
 int main() {
@@ -71,5 +118,7 @@ int main() {
     Vary("LeastFwhm", &NaxFilledIn::LeastFwhm, {0.5, 2.0, 4.0});
     Vary("LeastApart", &NaxFilledIn::LeastApart, {0.0, 0.25, 0.5, 0.75, 1.0});
     Vary("LeastDistance", &NaxFilledIn::LeastDistance, {2.0, 4.0, 8.0});
+    WidthsByRounds();
+    CombBySpan();
     return 0;
 }
