@@ -82,6 +82,7 @@ void Form::changeEvent(QEvent* event) {
     if (event->type() != QEvent::PaletteChange) return;
     Decorate();
     if (extras_.Colours) extras_.Colours(QApplication::palette());
+    for (const auto& binding : joined_.Bindings) binding->Bring(true);
     Refitted();  // the strips are drawn in colours of the palette
 }
 

@@ -5,13 +5,17 @@
 #include "desktop/icons.h"
 
 #include <QCloseEvent>
+#include <QColorDialog>
 #include <QFile>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPrinterInfo>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTimer>
 #include <QToolButton>
 #include <QWindow>
@@ -416,6 +420,100 @@ TEST(Desk, AMessageBoxIsAQuestionWithItsDefault) {
     EXPECT_EQ(answer(Qt::Key_Return), Answer::No);  // the default button
     EXPECT_EQ(answer(Qt::Key_Escape), Answer::No);
 
+}
+
+/// Acts on the dialog that a call opens.
+template <class Dialog>
+void OnDialog(std::function<void(Dialog&)> act) {
+    QTimer::singleShot(0, [act] {
+        auto* box = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        act(*box);
+    });
+}
+
+constexpr const char* TWO_KINDS = "Nippon high Pressure Data File (*.npd)|*.npd|"
+                                  "Express File (*.xbm)|*.xbm";
+
+TEST(Desk, TheOpenDialogGivesTheChosenFilesAndTheFilter) {
+    DeskWorld w;
+    const std::string folder = w.Folder.path().toStdString();
+    std::ofstream(folder + "/one.xba") << "x";
+    const FileDialog dialog{.Title = "Open", .Filter = TWO_KINDS, .FilterIndex = 2,
+                            .Folder = folder, .Name = {}, .Multiple = true};
+    QStringList filters;
+    OnDialog<QFileDialog>([&](QFileDialog& box) {
+        filters = box.nameFilters();
+        auto* name = box.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        name->setFocus();
+        QTest::keyClicks(name, QStringLiteral("one.xba"));  // a kind that stands in no list
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    const auto choice = w.Desk.QtDesk::OpenFiles(dialog);
+    ASSERT_TRUE(choice);
+    EXPECT_EQ(choice->Paths, (std::vector<std::string>{folder + "/one.xba"}));
+    EXPECT_EQ(choice->FilterIndex, 2);
+    EXPECT_EQ(filters.value(0), QStringLiteral("Nippon high Pressure Data File (*.npd)"));
+    OnDialog<QFileDialog>([](QFileDialog& box) { box.reject(); });
+    EXPECT_FALSE(w.Desk.QtDesk::OpenFiles(dialog));
+}
+
+TEST(Desk, TheSaveDialogAddsTheExtensionOfItsFilter) {
+    DeskWorld w;
+    const std::string folder = w.Folder.path().toStdString();
+    const FileDialog dialog{.Title = "Save", .Filter = TWO_KINDS, .FilterIndex = 2,
+                            .Folder = folder, .Name = "abc_SMT"};
+    OnDialog<QFileDialog>([](QFileDialog& box) {
+        QTest::keyClick(box.findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), Qt::Key_Return);
+    });
+    const auto choice = w.Desk.SaveFile(dialog);
+    ASSERT_TRUE(choice);
+    EXPECT_EQ(choice->Paths, (std::vector<std::string>{folder + "/abc_SMT.xbm"}));
+    OnDialog<QFileDialog>([](QFileDialog& box) { box.reject(); });
+    EXPECT_FALSE(w.Desk.SaveFile(dialog));
+}
+
+TEST(Desk, TheColourDialogGivesTheColourOrNothing) {
+    DeskWorld w;
+    OnDialog<QColorDialog>([](QColorDialog& box) {
+        EXPECT_EQ(box.currentColor(), QColor(1, 2, 3));
+        box.setCurrentColor(QColor(10, 20, 30));
+        box.accept();
+    });
+    EXPECT_EQ(w.Desk.PickColour(Rgb(1, 2, 3)), Rgb(10, 20, 30));
+    OnDialog<QColorDialog>([](QColorDialog& box) { box.reject(); });
+    EXPECT_FALSE(w.Desk.PickColour(0));
+}
+
+TEST(Desk, LaunchingSaysWhetherTheProgramIsThere) {
+    DeskWorld w;
+    EXPECT_TRUE(w.Desk.Launch("true", {}));
+    EXPECT_FALSE(w.Desk.Launch("there-is-no-such-program", {"a file"}));
+}
+
+TEST(Desk, WithoutAPrinterThereIsNoPrintJob) {
+    DeskWorld w;
+    if (!QPrinterInfo::availablePrinterNames().isEmpty()) GTEST_SKIP() << "there is a printer";
+    EXPECT_EQ(w.Desk.StartPrintJob("page"), nullptr);
+}
+
+TEST(Desk, NewColoursOfTheSystemReachStripsIconsAndReadOuts) {
+    DeskWorld w;
+    auto& open = w.Widget<QToolButton>(frmVaelAna, "cmdFiles_0");
+    const QImage before = open.icon().pixmap(24).toImage();
+    QPalette dark = QApplication::palette();
+    dark.setColor(QPalette::Window, QColor(40, 44, 48));
+    dark.setColor(QPalette::WindowText, QColor(230, 231, 232));
+    dark.setColor(QPalette::ButtonText, QColor(230, 231, 232));
+    QApplication::setPalette(dark);
+    DeskWorld::Settle();
+    EXPECT_EQ(frmVaelAna.StripBack, Rgb(40, 44, 48));
+    EXPECT_NE(open.icon().pixmap(24).toImage(), before);
+    EXPECT_EQ(w.Widget(frmVaelAna, "inumCursorDisp_0").palette().color(QPalette::Base),
+              QColor(40, 44, 48));
+    EXPECT_EQ(test::PaperOf(w, frmVaelAna.picSubScale).pixelColor(200, 24), QColor(40, 44, 48));
+    QApplication::setPalette(QApplication::style()->standardPalette());
+    DeskWorld::Settle();
 }
 
 TEST(Desk, KeysOfAViewComeBeforeTheWidgetButNotBeforeABoxThatIsTypedIn) {
