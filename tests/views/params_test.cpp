@@ -60,6 +60,47 @@ TEST(Start, FirstRunWithoutFilesHasTheDialogsSettingsAndWritesBothAtExit) {
     EXPECT_EQ(BytesOf(world.Folder.Path("syspara_a.xpr")).size(), 2u + 584 + 164 + 64 + 10);
 }
 
+TEST(Start, ReadsBothFilesOfTheFormerRun) {
+    World world;
+    world.Folder.Write("syspara_a.xpr", SystemFile(0.5, 0.03, 1e-8, 15.25));
+    world.Folder.Write("VaelAna.ini", "0.5\r\n30\r\n0.4\r\n3\r\n0.05\r\n0\r\n");
+    store.FixedDefault = 0;  // start-up sets it before it reads
+    Form_Load(world.Folder.Path());
+    EXPECT_EQ(store.DefaultParam.EgcCoef[1], 0.03);
+    EXPECT_EQ(store.PropertyRecords[0].Param.EgcCoef[1], 0.03) << "the first slot takes it";
+    EXPECT_EQ(store.PropertyRecords[0].Param.TwoTheta, 15.25);
+    EXPECT_EQ(store.PropertyRecords[1].Param.TwoTheta, 0.0) << "and no other";
+    EXPECT_EQ(store.ColorTable[5], Rgb(5, 1, 2)) << "a table that is there is taken as it is";
+    EXPECT_EQ(settings.BackInterval, 40);
+    EXPECT_EQ(settings.EACPS, 0.5);
+    EXPECT_EQ(settings.SmoothingOn, 0);
+    EXPECT_EQ(store.FilterIndex, 3);
+    EXPECT_EQ(store.FixedDefault, 1);
+    EXPECT_EQ(store.DataFolder, std::filesystem::current_path().string() + "/");
+}
+
+TEST(Exit, UnloadsTheLogAndWritesTheSettingsInForce) {
+    World world;
+    PutLog("a line");
+    settings.EACPS = 0.4;
+    settings.BackTimes = 9;
+    store.DefaultParam.TwoTheta = 6.5;
+    store.FilterIndex = 2;
+    Close(frmVaelAna);
+    EXPECT_TRUE(world.Desk.HasQuit);
+    EXPECT_EQ(frmLog.LineCount, 0);
+    EXPECT_EQ(frmLog.txtMessage.Text, "");
+    EXPECT_EQ(BytesOf(world.Folder.Path("VaelAna.ini")).substr(0, 6), "0.40\r\n");
+    ParamRecord param{};
+    settings.BackTimes = 1;
+    store.FilterIndex = 0;
+    ReadIni(world.Folder.Path("VaelAna.ini"));
+    EXPECT_EQ(store.FilterIndex, 2);
+    ASSERT_EQ(ReadSystemPara(world.Folder.Path("syspara_a.xpr"), param), -1);
+    EXPECT_EQ(param.TwoTheta, 6.5);
+    EXPECT_EQ(settings.BackTimes, 9);
+}
+
 TEST(SystemPara, ReadsABinaryFileWrittenByHandAndWritesItBackByteForByte) {
     World world;
     const std::string bytes = SystemFile(0.5, 0.03, 1e-8, 15.25);
@@ -203,6 +244,8 @@ TEST(Start, TheSecondEntryEmptiesEverythingWithoutAPrompt) {
     EXPECT_EQ(store.SlotUsed[3], 0);
     EXPECT_EQ(store.SpectrumDatas[3].Count[5], 0);
     EXPECT_EQ(store.UserDataFolder, "\\UserData\\");
+    EXPECT_EQ(store.DataFolder, std::filesystem::current_path().string() + "/")
+        << "dialogs start in a folder that is there";
     EXPECT_EQ(settings.EACPS, 0.7) << "it does not read the ini file";
 }
 
