@@ -25,7 +25,7 @@ struct NaxFilledIn {
     int Halvings = 5;
     /// A height below so many of its standard errors is noise: the least whole number that leaves
     /// no false peak in the 150 seeded spectra, while the weakest true ones there have twenty.
-    double LeastHeight = 5.0;
+    double LeastHeight = 6.0;
     /// Lags over which the residuals' correlation is summed for that error: the filter of five
     /// points correlates channels up to four apart.
     int Lags = 4;
@@ -35,10 +35,12 @@ struct NaxFilledIn {
     /// Two peaks nearer than this share of the larger full width are one: a search by parabolas over
     /// 21 channels does not tell such a pair, so the lower one has wandered there.
     double LeastApart = 0.5;
-    /// The first background wants so many channels more than it has terms. Where they are fewer, the
-    /// distance kept from the candidates shrinks to three quarters, again and again down to
-    /// LeastDistance; then the background loses a term.
+    /// The first background wants so many channels more than it has terms, and a slope or curvature
+    /// wants them to span this share of the region: else it is carried on over the peaks from one
+    /// end. Where they do not, the distance kept from the candidates shrinks to three quarters,
+    /// again and again down to LeastDistance; then the background loses a term.
     int SpareChannels = 3;
+    double LeastSpan = 0.5;
     double Shrink = 0.75;
     double LeastDistance = 4.0;
 };
@@ -74,7 +76,7 @@ struct NaxGroup {
     int From = 0;
     int To = 0;
     double A = 0.0, B = 0.0, C = 0.0, P = 0.0;
-    std::string Status;
+    std::string Status{};
     int Passes = 0;
     int Candidates = 0;
     int Peaks = 0;

@@ -18,12 +18,12 @@
 
 namespace vael {
 
-Form::Form(View& view, const SetUp& setUp, std::function<void(const QPalette&)> palette)
-    : view_(view), palette_(std::move(palette)) {
+Form::Form(View& view, const SetUp& setUp, Extras extras)
+    : view_(view), extras_(std::move(extras)) {
     setUp(*this);
     joined_ = Join(view, *this, [this] { Refitted(); });
     Decorate();
-    if (palette_) palette_(QApplication::palette());
+    if (extras_.Colours) extras_.Colours(QApplication::palette());
 }
 
 /// What a .ui file cannot say in a way that follows the palette: marked by dynamic properties.
@@ -65,6 +65,7 @@ void Form::Bring() {
     // The pictures of a view that is hidden are drawn on too, so they are kept in step.
     for (const auto& binding : joined_.Bindings)
         if (view_.Visible || binding->Record().Kind == ControlKind::Picture) binding->Bring(false);
+    if (view_.Visible && extras_.Brought) extras_.Brought(*this);
     if (isVisible() != view_.Visible) {
         setVisible(view_.Visible);
         if (view_.Visible) raise();
@@ -80,13 +81,13 @@ void Form::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() != QEvent::PaletteChange) return;
     Decorate();
-    if (palette_) palette_(QApplication::palette());
+    if (extras_.Colours) extras_.Colours(QApplication::palette());
     Refitted();  // the strips are drawn in colours of the palette
 }
 
 void Form::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
-    if (palette_) palette_(QApplication::palette());
+    if (extras_.Colours) extras_.Colours(QApplication::palette());
     Refitted();
 }
 

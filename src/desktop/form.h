@@ -15,9 +15,14 @@ class Form : public QMainWindow {
     Q_OBJECT
 public:
     using SetUp = std::function<void(QMainWindow&)>;
-    /// `setUp` is what the form compiler made of the .ui file; `palette` is called at the start and
-    /// when the system's colours change.
-    Form(View& view, const SetUp& setUp, std::function<void(const QPalette&)> palette = {});
+    /// What a view asks of its form beyond its controls.
+    struct Extras {
+        std::function<void(const QPalette&)> Colours;  // at the start, and when they change
+        std::function<void(Form&)> Brought;            // after the records were brought
+    };
+    /// `setUp` is what the form compiler made of the .ui file.
+    Form(View& view, const SetUp& setUp, Extras extras);
+    Form(View& view, const SetUp& setUp) : Form(view, setUp, Extras{}) {}
 
     [[nodiscard]] View& Shown() const { return view_; }
     /// Controls of the view that the form lacks, each with what is wrong.
@@ -37,7 +42,7 @@ private:
     void Refitted();
     void Decorate();
     View& view_;
-    std::function<void(const QPalette&)> palette_;
+    Extras extras_;
     Joined joined_;
     bool resizePending_ = false;
 };

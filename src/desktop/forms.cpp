@@ -4,9 +4,12 @@
 #include "core/frmdialogmessage.h"
 #include "core/frmlog.h"
 #include "core/frmvaelana.h"
+#include "desktop/icons.h"
 #include "ui_frmdialogmessage.h"
 #include "ui_frmlog.h"
 #include "ui_frmvaelana.h"
+
+#include <QLabel>
 
 namespace vael {
 namespace {
@@ -24,11 +27,20 @@ void StripColours(const QPalette& palette) {
     frmVaelAna.StripInk = FromQt(palette.color(QPalette::Active, QPalette::WindowText));
 }
 
+/// A fault in the status line has a mark in front of it until the next command.
+void MarkStatus(Form& form) {
+    auto* mark = form.findChild<QLabel*>(QStringLiteral("markStatus"));
+    if (mark == nullptr || mark->isHidden() == !frmVaelAna.StatusFault) return;
+    mark->setPixmap(FaultIcon().pixmap(16, 16));
+    mark->setVisible(frmVaelAna.StatusFault);
+}
+
 }  // namespace
 
 std::vector<std::unique_ptr<Form>> MakeForms() {
     std::vector<std::unique_ptr<Form>> forms;
-    forms.push_back(std::make_unique<Form>(frmVaelAna, FromUi<Ui::frmVaelAna>(), StripColours));
+    forms.push_back(std::make_unique<Form>(frmVaelAna, FromUi<Ui::frmVaelAna>(),
+                                           Form::Extras{StripColours, MarkStatus}));
     forms.push_back(std::make_unique<Form>(frmLog, FromUi<Ui::frmLog>()));
     forms.push_back(std::make_unique<Form>(frmDialogMessage, FromUi<Ui::frmDialogMessage>()));
     return forms;

@@ -51,6 +51,13 @@ QIcon SymbolIcon(const QString& name, const QPalette& palette) {
     return icon;
 }
 
+QIcon FaultIcon() {
+    const QByteArray svg = FileOf(QStringLiteral("fault"));
+    QIcon icon;
+    for (const int ratio : {1, 2, 3}) icon.addPixmap(Drawn(svg, ratio));
+    return icon;
+}
+
 QIcon ProgramIcon() {
     const QByteArray svg = FileOf(QStringLiteral("vael"));
     QIcon icon;

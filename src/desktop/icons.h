@@ -11,6 +11,9 @@ namespace vael {
 /// where the control is disabled. An empty icon for a name that there is not.
 [[nodiscard]] QIcon SymbolIcon(const QString& name, const QPalette& palette);
 
+/// The mark of a command that ended in a fault, in its own colours.
+[[nodiscard]] QIcon FaultIcon();
+
 /// The icon of the program, in its own colours.
 [[nodiscard]] QIcon ProgramIcon();
 

@@ -56,8 +56,9 @@ void PainterSurface::Flush() {
     if (Begin()) {
         SetMode(pen_.Mode, true);
         QPen pen(ToQt(pen_.Ink), std::max(1.0, pen_.Width * ratio_));
-        pen.setCapStyle(Qt::FlatCap);
-        if (pen_.Mode != DRAW_XOR && pen_.Width > 1.0) pen.setCapStyle(Qt::RoundCap);
+        // Square ends overlap where strokes join, so that a curve has no faint seams; exclusive-or
+        // strokes end where they end.
+        pen.setCapStyle(pen_.Mode == DRAW_XOR ? Qt::FlatCap : Qt::SquareCap);
         painter_.setPen(pen);
         painter_.drawLines(lines_.data(), static_cast<int>(lines_.size()));
     }

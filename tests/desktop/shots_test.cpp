@@ -33,7 +33,13 @@ void Shoot(QWidget& widget, const std::string& name) {
     std::filesystem::create_directories(folder);
     const int scale = static_cast<int>(widget.devicePixelRatioF());
     const std::string file = name + (scale > 1 ? "@" + std::to_string(scale) + "x" : "") + ".png";
-    ASSERT_TRUE(widget.grab().save(QString::fromStdString((folder / file).string())));
+    const QPixmap picture = widget.grab();
+    ASSERT_TRUE(picture.save(QString::fromStdString((folder / file).string())));
+    // With VAEL_APPROVE set, what was looked at and found good becomes the picture of the manual.
+    if (scale > 1 || !qEnvironmentVariableIsSet("VAEL_APPROVE")) return;
+    const std::filesystem::path manual = std::filesystem::path(VAEL_SOURCE_DIR) / "docs/images";
+    std::filesystem::create_directories(manual);
+    ASSERT_TRUE(picture.save(QString::fromStdString((manual / file).string())));
 }
 
 class Shots : public ::testing::Test {
