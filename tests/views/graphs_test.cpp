@@ -205,6 +205,41 @@ TEST(Rows, TheShowSwitchesFollowTheStyleAndTheWindow) {
     EXPECT_EQ(v.chkGrp[10].Value, 1);
 }
 
+TEST(Open, TheFilterIsRememberedForTheNextDialog) {
+    Rows w;
+    store.FilterIndex = 3;
+    w.Open({w.Spectrum("a.npd")});
+    EXPECT_EQ(w.Desk.OpenDialogs.back().FilterIndex, 3);
+    EXPECT_EQ(store.FilterIndex, 1) << "as the user left the dialog";
+    store.FilterIndex = 3;
+    w.Desk.CancelOpen();
+    Click(frmVaelAna.mnuLoad);
+    EXPECT_EQ(store.FilterIndex, 3);
+}
+
+TEST(Rows, InExpandStyleTheSecondPanelOwnsNoGraphAndTheHighlightStays) {
+    Rows w;
+    w.Open({w.Spectrum("a.npd")});
+    frmVaelAna.ckbExpand.Value = 1;
+    frmVaelAna.ckbExpand.Enabled = true;
+    Tick(frmVaelAna.chkGrp[10]);
+    EXPECT_EQ(frmVaelAna.chkGrp[10].Value, 0);
+    EXPECT_EQ(store.GraphList[0].WinNo, 0);
+    EXPECT_EQ(store.GraphList[0].Visible, TRUE_WORD);
+    ChangeActiveWin(1);
+    EXPECT_TRUE(frmVaelAna.fraGraph[0].Raised);
+    EXPECT_FALSE(frmVaelAna.fraGraph[1].Raised);
+}
+
+TEST(Rows, ATickShowsTheCalibrationOfItsRow) {
+    Rows w;
+    w.Open({w.Folder.Write("a.npd", NpdText({1, 2, 3}, "a", 0.5, 0.25)),
+            w.Folder.Write("b.npd", NpdText({1, 2, 3}, "b", 0.125, 0.5))});
+    ASSERT_EQ(frmVaelAna.lblEGC.Caption, "0.125000Ch^2+0.500000Ch+0.000000");
+    Tick(frmVaelAna.chkGrp[0]);
+    EXPECT_EQ(frmVaelAna.lblEGC.Caption, "0.500000Ch^2+0.250000Ch+0.000000");
+}
+
 TEST(Rows, CommandsWorkOnTheRealWindowAndANegativeIndexIsRowOne) {
     Rows w;
     w.Open({w.Spectrum("a.npd"), w.Spectrum("b.npd")});

@@ -118,6 +118,34 @@ TEST(Smooth, InPlaceItKeepsTheRowThatHoldsTheSlotAndTakesTheFilterOfTheSettings)
     EXPECT_NEAR(CountAt("Smooth", 300), by_hand, 0.5);
 }
 
+TEST(Smooth, EachFilterOfTheSettingsAnswersASingleChannelWithItsWeights) {
+    struct Filter {
+        std::int32_t Divisor;
+        std::vector<std::int32_t> Weights;
+    };
+    const std::array<Filter, 4> filters{{{16, {1, 4, 6, 4, 1}},
+                                         {21, {-2, 3, 6, 7, 6, 3, -2}},
+                                         {231, {-21, 14, 39, 54, 59, 54, 39, 14, -21}},
+                                         {429, {-36, 9, 44, 69, 84, 89, 84, 69, 44, 9, -36}}}};
+    for (std::size_t k = 0; k < filters.size(); ++k) {
+        Panel w;
+        std::vector<std::int32_t> counts(40, 1000);
+        counts[20] += filters[k].Divisor;
+        w.Desk.ChooseFiles({w.Folder.Write("t.npd", NpdText(counts))});
+        Click(frmVaelAna.mnuLoad);
+        settings.SmoothIndex = static_cast<std::int16_t>(k);
+        Click(frmVaelAna.mnuSmooth);
+        const int half = static_cast<int>(filters[k].Weights.size()) / 2;
+        for (int i = 0; i < 40; ++i) {
+            const int at = i - 20 + half;
+            const bool inside = at >= 0 && at <= 2 * half;
+            EXPECT_EQ(CountAt("Smooth", i),
+                      1000 + (inside ? filters[k].Weights[static_cast<std::size_t>(at)] : 0))
+                << "filter " << k << ", channel " << i;
+        }
+    }
+}
+
 TEST(Smooth, AFilterThatIsNotThereLeavesTheRowsAsTheyAre) {
     Panel w;
     w.Open();
@@ -153,6 +181,21 @@ TEST(Background, TakesIntervalAndPassesOfTheSettingsAndTheSourcesProperty) {
         EXPECT_EQ(Item(store.SpectrumDatas, slot).DataNo, 6);
         EXPECT_EQ(Item(store.PropertyRecords, slot).Param.TwoTheta, 10.0);
     }
+}
+
+TEST(Background, ASecondPassWorksOnTheAnchorsOfTheFirst) {
+    Panel w;
+    w.Desk.ChooseFiles({w.Folder.Write("t.npd", NpdText({8, 20, 40, 20, 8, 20}))});
+    Click(frmVaelAna.mnuLoad);
+    settings.BackInterval = 2;
+    settings.BackTimes = 2;
+    Click(frmVaelAna.mnuBackGround);
+    // Anchors 8 40 8 0, then 8 8 4 0, then 8 6 3 0; slopes -1, -1.5, -1.5, one channel to the right.
+    EXPECT_EQ(CountAt("BackGraund", 0), 9);
+    EXPECT_EQ(CountAt("BackGraund", 1), 8);
+    EXPECT_EQ(CountAt("BackGraund", 3), 6);
+    EXPECT_EQ(CountAt("BackGraund", 5), 3);
+    EXPECT_EQ(CountAt("BackRemv", 0), 0) << "nothing stands below 0";
 }
 
 TEST(Background, AnAnchorAtTheCapacityEndsTheCommandAndLeavesTheRowsAsTheyAre) {

@@ -3,6 +3,7 @@
 
 #include "core/fault.h"
 #include "core/graphs.h"
+#include "core/windows.h"
 #include "files/packed.h"
 
 #include <gtest/gtest.h>
@@ -58,6 +59,36 @@ TEST(Start, FirstRunWithoutFilesHasTheDialogsSettingsAndWritesBothAtExit) {
     EXPECT_EQ(BytesOf(world.Folder.Path("VaelAna.ini")),
               "0.20\r\n20.00\r\n0.495760\r\n0\r\n0.0300\r\n1\r\n");
     EXPECT_EQ(BytesOf(world.Folder.Path("syspara_a.xpr")).size(), 2u + 584 + 164 + 64 + 10);
+}
+
+TEST(Start, BothWindowsShowTheWholeSpanAtTheLargestScale) {
+    World world;
+    const VaelAnaView& v = frmVaelAna;
+    EXPECT_EQ(v.ActiveWin, 0);
+    EXPECT_EQ(v.UnitX, 0);
+    EXPECT_EQ(v.cboUnitX.Index, 0);
+    EXPECT_EQ(v.imnSpanCh.Value, 4096);
+    EXPECT_EQ(v.inumScaleX.Value, 4096);
+    EXPECT_EQ(v.hsbStartX.Value, 0);
+    EXPECT_EQ(v.hsbStartX.Most, 0);
+    EXPECT_EQ(v.itxtScaleY.Index, 1) << "its second value is shown";
+    for (int win = 0; win < WINDOW_COUNT; ++win) {
+        EXPECT_EQ(YFullScale(win), 10000000);
+        EXPECT_EQ(Engine().Target(win).YTop, 10000000);
+        EXPECT_EQ(Engine().Target(win).XStart, 0);
+        EXPECT_EQ(Engine().Target(win).XEnd, 4095);
+        EXPECT_EQ(Engine().Target(win).BackColor,
+                  store.ColorTable[static_cast<std::size_t>(21 + win)]);
+        EXPECT_EQ(v.cboGrphSel[static_cast<std::size_t>(win)].Index, 0);
+        EXPECT_FALSE(v.chkFilePile[static_cast<std::size_t>(win)].Enabled);
+    }
+    EXPECT_TRUE(v.fraGraph[0].Raised);
+    const char* const units[] = {"Ch", "keV", "d:A", "QA", "2q"};
+    const char* const formats[] = {"####", "##0.000", "0.0000", "0.0000", "0.0000"};
+    for (std::size_t k = 0; k < 5; ++k) {
+        EXPECT_EQ(v.lblDispUnit[k].Caption, units[k]);
+        EXPECT_EQ(v.inumCursorDisp[k].Format, formats[k]);
+    }
 }
 
 TEST(Start, ReadsBothFilesOfTheFormerRun) {
