@@ -64,7 +64,7 @@ void WindowStyleRule(int win) {
 
 }  // namespace
 
-void LoadNew() {
+void RemoveAllRows() {
     const int total = store.GraphTotal;
     for (int n = 0; n < total; ++n) {
         DeleteGraph(0);
@@ -73,6 +73,15 @@ void LoadNew() {
     }
     EraseWindows();
     store.GraphTotal = 0;
+    Add_cboGraphSel();
+    // Slots of files that could not be read have no row to go with.
+    const auto taken = [](const GraphEntry& entry) { return entry.State != 0; };
+    if (std::none_of(store.GraphList.begin(), store.GraphList.end(), taken))
+        store.SlotUsed.fill(FALSE_WORD);
+}
+
+void LoadNew() {
+    RemoveAllRows();
     store.AreaFitDone = FALSE_WORD;
     cmdOperationInit();
     FileLoad();
@@ -117,6 +126,8 @@ void ReadGraph(int win, int row, const std::string& path, std::int16_t& ok) {
     const int slot = GetGraphSpace(-1);
     SpectrumData& data = Item(store.SpectrumDatas, slot);  // with no free slot the command ends here
     Item(store.PeakTables, slot) = PeakTable{};
+    // What the slot held before is gone; a form that carries no such bits brings none.
+    Item(store.PropertyRecords, slot).Param.DerivedFlags = 0;
 
     const std::int16_t done =
         ReadByExtension(path,
@@ -202,12 +213,14 @@ void ShiftGraph(int start, int direction, std::int16_t& ok) {
 
 void DeleteGraph(int row) {
     const int last = store.GraphTotal - 1;
-    if (last < 0 || RowEntry(row).State == 0) return;
-    std::int16_t ok = TRUE_WORD;
-    ClearGrp(row, ok);
-    if (ok != FALSE_WORD) return;
+    if (last < 0) return;
+    if (RowEntry(row).State != 0) {
+        std::int16_t ok = TRUE_WORD;
+        ClearGrp(row, ok);
+        if (ok != FALSE_WORD) return;
+    }
     for (int from = row + 1; from <= last; ++from) RowEntry(from - 1) = RowEntry(from);
-    if (last < GRAPH_COUNT) RowEntry(last) = GraphEntry{};
+    if (row <= last) RowEntry(last) = GraphEntry{};
     Add_cboGraphSel();
     RefreshRows();
     AdjustSelections();

@@ -11,6 +11,8 @@ namespace vael {
 // Rows count from 0 to 9, slots from 0 to 13, windows from 0 to 1; a row points to a slot, and row 3
 // may live in slot 7.
 
+/// All rows away with their peaks, both windows empty, every slot free again.
+void RemoveAllRows();
 /// The "Open..." command: empties the rows, then asks for files.
 void LoadNew();
 /// Open dialog and a loop over the chosen files; rows always start at 0, and the slots of rows that
@@ -29,7 +31,7 @@ void SetGraph(int win, int row, int slot, const std::string& name);
 [[nodiscard]] int GetGraphSpace(int mark);
 /// Moves rows one down (direction above 0) or up from `start`; ok -1 on success, 0 with a message.
 void ShiftGraph(int start, int direction, std::int16_t& ok);
-/// Removes a row, closing the gap. An empty row is left alone.
+/// Removes a row, closing the gap. An empty row between others only goes; behind them it stays.
 void DeleteGraph(int row);
 /// Empties one row, or all; ok 0 when the row was cleared, -1 when the prompt stopped it.
 void ClearGrp(int row, std::int16_t& ok);

@@ -40,12 +40,6 @@ bool HasFlag(int slot, std::uint16_t bit) {
 
 void SetFlag(int slot, std::uint16_t bit) { Property(slot).Param.DerivedFlags |= bit; }
 
-void CopySlot(int from, int to) {
-    if (from == to) return;
-    Spectrum(to) = Spectrum(from);
-    Property(to) = Property(from);
-}
-
 /// Gives back a slot that InsertGraph took, and the room at row 0.
 void TakeBackInsert(int slot) {
     std::int16_t ok = FALSE_WORD;
@@ -74,6 +68,27 @@ BackSlots TakeBackSlots(int source) {
     return out;
 }
 
+/// A spectrum's background, and what stands above it; nothing below 0.
+struct DerivedCounts {
+    SpectrumData Back;
+    SpectrumData Above;
+};
+
+DerivedCounts BackgroundOf(const SpectrumData& counts) {
+    DerivedCounts out{.Back = counts, .Above = counts};
+    Talk talk;
+    talk.say = [](std::string_view text, std::string_view title) {
+        Say(std::string(text), std::string(title));
+    };
+    BackGraund(settings.BackInterval, settings.BackTimes, out.Back.Count, counts.DataNo, talk);
+    for (int i = 0; i < counts.DataNo; ++i) {
+        const Int32 difference =
+            Int32(Item(counts.Count, i)) - Int32(Item(out.Back.Count, i));
+        Item(out.Above.Count, i) = std::max<std::int32_t>(0, difference);
+    }
+    return out;
+}
+
 /// A row for a slot: the one that holds it, or row 0, which an insertion has freed.
 int RowFor(int slot) {
     const int row = RowOfSlot(slot);
@@ -96,10 +111,14 @@ void NaxButton(bool smoothFirst) {
         v.cmdOperation[1].Enabled = true;
         v.cmdOperation[4].Enabled = true;
     }
+    const int source = DataNo();
     try {
         NaxAreaFit(v.ActiveWin, GraphNo());
     } catch (const std::exception& trouble) {
         PutLog(trouble.what());
+        // Rows may have moved under the selection: the advice to retry is about this one.
+        const int row = RowOfSlot(source);
+        if (row >= 0 && row != GraphNo()) Change_cboGrphSel(v.ActiveWin, row);
         Say("Fitting was failed. Please change fit parameters(Change BG Coefficient to 5.0) and "
             "retry");
     }
@@ -110,16 +129,19 @@ void NaxButton(bool smoothFirst) {
 void mnuSmooth() {
     if (NothingThere()) return;
     const int source = DataNo();
+    // The numbers come first: a fault in them leaves the rows as they are.
+    SpectrumData smoothed = Spectrum(source);
+    if (settings.SmoothingOn == 1)
+        SmoothingData(settings.SmoothIndex, smoothed.Count, smoothed.DataNo);
     int slot = source;
     if (!HasFlag(source, DERIVED_SMOOTH)) {
         slot = InsertGraph();
         if (slot < 0) return;
+        Property(slot) = Property(source);
+        Item(store.PeakTables, slot) = PeakTable{};
     }
-    CopySlot(source, slot);
-    if (slot != source) Item(store.PeakTables, slot) = PeakTable{};
+    Spectrum(slot) = smoothed;
     SetFlag(slot, DERIVED_SMOOTH);
-    if (settings.SmoothingOn == 1)
-        SmoothingData(settings.SmoothIndex, Spectrum(slot).Count, Spectrum(slot).DataNo);
     const int row = slot == source ? RowFor(slot) : 0;
     SetDerived(row, slot, NAME_SMOOTH);
     Change_cboGrphSel(frmVaelAna.ActiveWin, row);
@@ -133,34 +155,32 @@ void mnuSmooth() {
 void mnuBackGround() {
     if (NothingThere()) return;
     const int source = DataNo();
+    const SpectrumData counts = Spectrum(source);
+    const DerivedCounts derived = BackgroundOf(counts);  // first: a fault leaves the rows alone
     const BackSlots slots = TakeBackSlots(source);
     if (!slots.Fine()) return;
     const int win = frmVaelAna.ActiveWin;
-
-    const SpectrumData counts = Spectrum(source);
-    CopySlot(source, slots.Back);
-    SetFlag(slots.Back, DERIVED_BACKGROUND);
-    Talk talk;
-    talk.say = [](std::string_view text, std::string_view title) {
-        Say(std::string(text), std::string(title));
-    };
-    BackGraund(settings.BackInterval, settings.BackTimes, Spectrum(slots.Back).Count,
-               Spectrum(slots.Back).DataNo, talk);
     const bool backNew = slots.Back != source;
     const bool removedNew = slots.Removed != source;
+
+    if (backNew) {
+        Property(slots.Back) = Property(source);
+        Item(store.PeakTables, slots.Back) = PeakTable{};
+    }
+    Spectrum(slots.Back) = derived.Back;
+    SetFlag(slots.Back, DERIVED_BACKGROUND);
     const int backRow = backNew ? (removedNew ? 1 : 0) : RowFor(slots.Back);
     SetDerived(backRow, slots.Back, NAME_BACKGROUND);
 
-    if (removedNew) Property(slots.Removed) = Property(source);
-    Spectrum(slots.Removed).DataNo = counts.DataNo;
-    SetFlag(slots.Removed, DERIVED_REMOVED);
-    for (int i = 0; i < counts.DataNo; ++i) {
-        const Int32 difference =
-            Int32(Item(counts.Count, i)) - Int32(Item(Spectrum(slots.Back).Count, i));
-        Item(Spectrum(slots.Removed).Count, i) = std::max<std::int32_t>(0, difference);
+    if (removedNew) {
+        Property(slots.Removed) = Property(source);
+        Item(store.PeakTables, slots.Removed) = PeakTable{};
     }
-    if (removedNew) Item(store.PeakTables, slots.Removed) = PeakTable{};
-    if (backNew) Item(store.PeakTables, slots.Back) = PeakTable{};
+    SpectrumData& removed = Spectrum(slots.Removed);
+    removed.DataNo = counts.DataNo;
+    for (int i = 0; i < counts.DataNo; ++i)
+        Item(removed.Count, i) = Item(derived.Above.Count, i);
+    SetFlag(slots.Removed, DERIVED_REMOVED);
     const int removedRow = removedNew ? 0 : RowFor(slots.Removed);
     SetDerived(removedRow, slots.Removed, NAME_REMOVED);
     Change_cboGrphSel(win, removedRow);
@@ -218,7 +238,8 @@ void StoreBackRemoved(int src, int back, int removed) {
     SpectrumData& target = Spectrum(GetGraphDataNo(removed));
     // The length of 4096 stands even for longer spectra.
     for (std::size_t i = 0; i < DEFAULT_CHANNELS; ++i)
-        target.Count[i] = below.Count[i] > 0 ? source.Count[i] - below.Count[i] : 0;
+        target.Count[i] =
+            below.Count[i] > 0 ? Int32(source.Count[i]) - Int32(below.Count[i]) : Int32(0);
 }
 
 void NaxAreaFit(int win, int row) {
@@ -249,17 +270,7 @@ void NaxAreaFit(int win, int row) {
     RedrawBoth();
 }
 
-void ClearAllData() {
-    const int total = store.GraphTotal;
-    for (int n = 0; n < total; ++n) {
-        DeleteGraph(0);
-        Add_cboGraphSel();
-        Item(store.PeakTables, n) = PeakTable{};
-    }
-    store.GraphTotal = 0;
-    Add_cboGraphSel();
-    EraseWindows();
-}
+void ClearAllData() { RemoveAllRows(); }
 
 void cmdOperationInit() {
     auto& buttons = frmVaelAna.cmdOperation;

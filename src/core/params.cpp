@@ -13,6 +13,7 @@
 #include "files/wholefile.h"
 #include "toolkit/hand.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <sstream>
 
@@ -46,7 +47,22 @@ std::vector<std::string> LinesOf(std::istream& in) {
     return lines;
 }
 
-/// Steps 2 to 14 of start-up, but for the user's folder.
+/// The current directory with a separator behind it.
+std::string CurrentFolder() {
+    std::error_code none;
+    std::string folder = std::filesystem::current_path(none).string();
+    if (folder.empty() || folder.back() != PATH_SEPARATOR) folder += PATH_SEPARATOR;
+    return folder;
+}
+
+/// Makes a folder the current one; where it is not there, the process stays where it is.
+void ChangeFolder(std::string folder) {
+    std::replace(folder.begin(), folder.end(), '\\', PATH_SEPARATOR);
+    std::error_code none;
+    std::filesystem::current_path(folder, none);
+}
+
+/// Steps 2 to 14 of start-up. Dialogs start in the folder that is current then.
 void LoadSteps(const std::string& userFolder) {
     VaelAnaView& v = frmVaelAna;
     for (std::size_t row = 0; row < GRAPH_COUNT; ++row) {
@@ -59,7 +75,8 @@ void LoadSteps(const std::string& userFolder) {
     store.Rois = {};
 
     store.UserDataFolder = userFolder;
-    const PathPieces folder = SplitFilePath(userFolder + "*.*");
+    ChangeFolder(userFolder);
+    const PathPieces folder = SplitFilePath(CurrentFolder() + "*.*");
     store.DataDrive = folder.Drive;
     store.DataFolder = folder.Folder;
 
@@ -236,10 +253,7 @@ void Form_Load(const std::string& programFolder) {
     store.FixedDefault = 1;  // set before the file is read: its second record is not there
     frmLog.Visible = false;
     DefaultColours();
-    std::error_code none;
-    std::string folder = std::filesystem::current_path(none).string();
-    if (folder.empty() || folder.back() != PATH_SEPARATOR) folder += PATH_SEPARATOR;
-    LoadSteps(folder);
+    LoadSteps(CurrentFolder());
     ReadIni(store.ProgramFolder + INI_FILE);
     frmVaelAna.Visible = true;
 }

@@ -96,6 +96,52 @@ TEST(Units, Widths) {
     EXPECT_EQ(UnitWidthToCh(UNIT_D, 0.24, p), 0.0);
 }
 
+TEST(Units, EveryColumnOfTheTable) {
+    const char* const abbrev[] = {"Ch", "keV", "eV", "d:A", "A", "QA", "2q"};
+    const char* const name[] = {"Channel", "Enargy", "Enargy", "d Value", "Wavelength", "", ""};
+    const char* const format[] = {"####",   "##0.000", "##0.000", "0.0000",
+                                  "0.0000", "0.0000",  "0.0000"};
+    for (int unit = 0; unit < 7; ++unit) {
+        EXPECT_EQ(UnitAbbrev(unit), abbrev[unit]);
+        EXPECT_EQ(UnitName(unit), name[unit]);
+        EXPECT_EQ(UnitFormat(unit), format[unit]);
+    }
+    EXPECT_EQ(UnitName(-1) + UnitName(7) + UnitAbbrev(7), "");
+    EXPECT_EQ(UnitFormat(-1), "#####");
+}
+
+TEST(Units, TheWavelengthBothWaysAndItsGuards) {
+    const ParamRecord p = Calibrated();
+    EXPECT_NEAR(ChToUnit(UNIT_A, 999.0, p, NO_DAC), 12.3981 / 30.5, 1e-15);
+    EXPECT_NEAR(UnitToCh(UNIT_A, 12.3981 / 30.5, p), 999.0, 1e-9);
+    EXPECT_EQ(UnitToCh(UNIT_A, 0.0, p), 0.0);
+    EXPECT_EQ(UnitToCh(UNIT_A, -1.0, p), 0.0);
+    EXPECT_EQ(UnitToCh(UNIT_D, 0.0, p), 0.0);
+    ParamRecord flat = p;
+    flat.TwoTheta = 0.0;
+    EXPECT_EQ(UnitToCh(UNIT_D, 2.0, flat), 0.0);
+    EXPECT_EQ(UnitToCh(UNIT_CH, 100.0, p), 99.0);
+    EXPECT_EQ(UnitToCh(UNIT_2THETA, 100.0, p), 0.0);
+}
+
+TEST(Units, WidthsBackInChannelsAndElectronVolts) {
+    const ParamRecord p = Calibrated();
+    EXPECT_EQ(UnitWidthToCh(UNIT_CH, 8.0, p), 8.0);
+    // (0.5 keV + 240) / 1000 = 0.2405 keV is 8.65 channels below the first one's energy of 0.5.
+    EXPECT_NEAR(UnitWidthToCh(UNIT_EV, 240.0, p), (0.2405 - 0.5) / 0.03 - 1.0, 1e-9);
+    EXPECT_EQ(UnitWidthToCh(UNIT_A, 8.0, p), 0.0);
+    EXPECT_EQ(UnitWidthToCh(-1, 8.0, p), 0.0);
+    EXPECT_EQ(WidthToUnit(UNIT_2THETA, 8.0, p), 1.0);
+}
+
+TEST(Units, AnEnergyBelowNoughtHasNoLengthNoQAndNoAngle) {
+    ParamRecord p = Calibrated();
+    p.EgcCoef = {-100.0, 0.03, 0.0};
+    for (const int unit : {UNIT_D, UNIT_A, UNIT_Q})
+        EXPECT_EQ(ChToUnit(unit, 999.0, p, NO_DAC), 0.0) << unit;
+    EXPECT_EQ(ChTo2ThetaRef(999.0, 15.0, p, NO_DAC), 0.0);
+}
+
 TEST(Units, ReferenceAngleAt15418) {
     const ParamRecord p = Calibrated();
     const double d = ChToUnit(UNIT_D, 999.0, p, NO_DAC);
@@ -119,6 +165,9 @@ TEST(Units, RoundingAtAPowerOfTen) {
     EXPECT_NEAR(RoundDigit(123.45, -1, -1), 123.4, 1e-9);
     EXPECT_NEAR(RoundDigit(123.41, -1, 1), 123.5, 1e-9);
     EXPECT_NEAR(RoundSignificant(12345.0, 2, 0), 12000.0, 1e-9);
+    EXPECT_NEAR(RoundSignificant(12945.0, 2, -1), 12000.0, 1e-9);
+    EXPECT_NEAR(RoundSignificant(12045.0, 2, 1), 13000.0, 1e-9);
+    EXPECT_NEAR(RoundDigit(2.0 - 1e-9, 0, -1), 2.0, 1e-12) << "a hair below counts as whole";
     EXPECT_NEAR(RoundStep(4096.0, 4), 2000.0, 1e-9);
     EXPECT_NEAR(RoundStep(1000.0, 5), 200.0, 1e-9);
     EXPECT_THROW((void)RoundStep(10.0, 0), Fault);
@@ -138,4 +187,9 @@ TEST(Units, ValueTextsHaveFormatsOfTheirOwn) {
     EXPECT_EQ(FormatValue(2.03914, UNIT_D), "2.0391");
     EXPECT_EQ(FormatValue(17.0, UNIT_CH), "17");
     EXPECT_EQ(FormatValue(17.6, 8), "18");
+    EXPECT_EQ(FormatValue(123456.78, UNIT_EV), "123456.8");
+    EXPECT_EQ(FormatValue(0.37652, UNIT_A), "0.3765");
+    EXPECT_EQ(FormatValue(4.35734, UNIT_Q), "4.3573");
+    EXPECT_EQ(FormatValue(15.01459, UNIT_2THETA), "15.0146");
+    EXPECT_EQ(FormatValue(17.46, UNIT_CH), "18") << "to 17.5 first, then to the whole number";
 }

@@ -238,6 +238,27 @@ TEST(Npd, TheWritersLinesAreToTheLetter) {
               "2,0.1083,-3\r\n");
 }
 
+TEST(Npd, TheModeIsWrittenByItsWordAndTheSecondsFollowIt) {
+    const struct {
+        std::int16_t Mode;
+        const char* Word;
+        const char* Seconds;
+    } cases[] = {{0, "Real", "300.500"}, {1, "Live", "200.250"},     {2, "Real", "300.500"},
+                 {3, "Live", "200.250"}, {4, "Separate", "300.500"}, {7, "Real", "300.500"}};
+    for (const auto& c : cases) {
+        PropertyRecord prop = BlankProperty();
+        prop.Param.MeasureType = c.Mode;
+        prop.Param.LiveTime = 200.25;
+        prop.Param.RealTime = 300.5;
+        std::ostringstream out;
+        WriteNpdText(out, SpectrumData{}, prop);
+        EXPECT_NE(out.str().find("Measurement mode," + std::string(c.Word) + "\r\n"),
+                  std::string::npos) << c.Mode;
+        EXPECT_NE(out.str().find("Counting sec, " + std::string(c.Seconds) + "\r\n"),
+                  std::string::npos) << c.Mode;
+    }
+}
+
 TEST(Npd, AFileOfThisWriterReadsBackWithItsSettledMismatch) {
     SpectrumData data{};
     data.DataNo = 3;

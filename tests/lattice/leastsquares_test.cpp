@@ -230,6 +230,30 @@ TEST(CellRefine, TellsDAndDeviationOfEachRowAndNoAngle) {
     EXPECT_EQ(bench.State->Fit.Fit2Theta(1), 0.0F);
 }
 
+TEST(CellRefine, AWeightThatIsNotPositiveCountsAsOne) {
+    Bench bench;
+    bench.Add(2, 0, 0, 2.0);
+    bench.Add(2, 2, 0, 1.0 / std::sqrt(0.51));
+    LoadFitArrays(*bench.State, SYSTEM_CUB);
+    bench.State->Fit.FitWeight(1) = 0.0F;
+    bench.State->Fit.FitWeight(2) = -3.0F;
+    bench.State->Fit.Map(4) = 5;  // of a former run
+    ASSERT_EQ(CellRefine(*bench.State, bench.Voice, bench.Solution), REFINE_OK);
+    EXPECT_EQ(bench.State->Fit.FitWeight(1), 1.0F);
+    EXPECT_EQ(bench.State->Fit.FitWeight(2), 1.0F);
+    EXPECT_EQ(bench.State->Fit.Map(4), 0);
+    EXPECT_NEAR(bench.Solution.Param(1), 0.0635, 1e-8);  // as with the weights of 1
+}
+
+TEST(CellRefine, ARowWithoutADHasNoDeviation) {
+    Bench bench;
+    bench.Add(2, 0, 0, 2.0);
+    bench.Add(2, 2, 0, 0.0);  // its angle is 0, so it is no observation; its deviation would be -1
+    ASSERT_EQ(bench.Refine(SYSTEM_CUB), REFINE_OK);
+    EXPECT_EQ(bench.State->Fit.FitDelta(2), 0.0F);
+    EXPECT_FLOAT_EQ(bench.Solution.CellOut(1), 4.0F);
+}
+
 TEST(CellRefine, ACellThatCannotBeConvertedFailsWithoutAWord) {
     Bench bench;  // 1/d^2 falls along c: c*^2 comes out negative
     bench.Add(2, 0, 0, 2.0);

@@ -175,6 +175,18 @@ TEST(PressureHbnAxis, HasItsOwnPoints) {
     EXPECT_NEAR(PressureHbnAxis(6.0, 26.85), 5.226, 5e-4);
 }
 
+// The values below were worked out from the formulas apart from this program, with the Debye
+// function by its integral.
+TEST(PressureScales, TheirThermalTermsAgreeWithASecondCalculation) {
+    EXPECT_NEAR(PressurePtBirch(54.34, 60.3793, 1000.0), 42.23501, 1e-4);
+    EXPECT_NEAR(PressurePtBirch(57.0, 60.3793, 1800.0), 27.95668, 1e-4);
+    EXPECT_NEAR(PressureHbnAxis(6.0, 1000.0), 6.61330, 1e-4);
+    EXPECT_NEAR(PressureHbnAxis(6.5, 500.0), 1.34606, 1e-4);
+    EXPECT_NEAR(PressureNaClDecker(0.95, 100.0), 0.87467, 1e-3);
+    EXPECT_NEAR(PressureNaClDecker(0.9, 1000.0), 5.27574, 1e-3);
+    EXPECT_NEAR(PressureNaClDecker(0.75, 1500.0), 17.29390, 1e-3);
+}
+
 TEST(PressureScales, ArgumentsOutsideAFormulaAreFaults) {
     EXPECT_THROW((void)PressureNaClDecker(0.0, 300.0), Fault);
     EXPECT_THROW((void)PressureNaClDecker(0.9, 0.0), Fault);

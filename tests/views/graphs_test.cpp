@@ -84,6 +84,176 @@ TEST(Open, AReaderThatFailsMakesNoRowKeepsItsSlotAndTellsTheReason) {
     EXPECT_NE(frmVaelAna.lblStatus.Caption.find("bad.npd"), std::string::npos);
 }
 
+TEST(Open, ARowBehindAFailedOneGoesWithTheNextOpen) {
+    Rows w;
+    const std::string bad = w.Folder.Write("bad.npd", "Record length,23\r\n");
+    w.Open({bad, bad, w.Spectrum("b.npd"), w.Spectrum("c.npd")});
+    EXPECT_EQ(Names(), "- - b.npd(2) c.npd(3)");
+    w.Open({w.Spectrum("d.npd")});
+    EXPECT_EQ(Names(), "d.npd(0)");
+    EXPECT_EQ(store.GraphTotal, 1);
+    EXPECT_EQ(Engine().Target(0).Graph[2].GraphInUse, 0);
+    EXPECT_EQ(store.SpectrumDatas[2].Count[100], 0);
+}
+
+TEST(Open, FilesThatCannotBeReadDoNotUseUpTheSlotsForGood) {
+    Rows w;
+    const std::string bad = w.Folder.Write("bad.npd", "Record length,23\r\n");
+    for (int n = 0; n < 12; ++n) w.Open({bad});
+    w.Open({w.Spectrum("b.npd")});
+    EXPECT_EQ(Names(), "b.npd(0)");
+}
+
+TEST(Open, EmptiesPeaksButtonsAndTheMarkOfAFinishedFit) {
+    Rows w;
+    w.Open({w.Spectrum("a.npd")});
+    store.PeakTables[0].PeakNum = 3;
+    store.AreaFitDone = TRUE_WORD;
+    for (const std::size_t k : {0u, 2u}) frmVaelAna.cmdOperation[k].Enabled = false;
+    for (const std::size_t k : {1u, 4u}) frmVaelAna.cmdOperation[k].Enabled = true;
+    w.Desk.CancelOpen();
+    Click(frmVaelAna.mnuLoad);
+    EXPECT_EQ(store.PeakTables[0].PeakNum, 0);
+    EXPECT_EQ(store.AreaFitDone, 0);
+    EXPECT_TRUE(frmVaelAna.cmdOperation[0].Enabled);
+    EXPECT_TRUE(frmVaelAna.cmdOperation[2].Enabled);
+    EXPECT_FALSE(frmVaelAna.cmdOperation[1].Enabled);
+    EXPECT_FALSE(frmVaelAna.cmdOperation[4].Enabled);
+    EXPECT_EQ(store.SlotUsed[0], 0);
+}
+
+TEST(Open, ASlotThatHeldADerivedRowHoldsAPlainSpectrumAfterwards) {
+    Rows w;
+    w.Open({w.Spectrum("a.npd")});
+    Click(frmVaelAna.mnuSmooth);  // slot 1 now is a smoothed copy
+    w.Open({w.Spectrum("b.npd"), w.Spectrum("c.npd")});
+    ASSERT_EQ(DataNo(), 1);
+    EXPECT_EQ(store.PropertyRecords[1].Param.DerivedFlags, 0);
+    Click(frmVaelAna.mnuSmooth);
+    EXPECT_EQ(Names(), "Smooth(2) b.npd(0) c.npd(1)") << "its source is not smoothed in place";
+}
+
+TEST(Open, TheUsersNoAboutUnsavedDataStopsBehindTheDialog) {
+    Rows w;
+    w.Open({w.Spectrum("a.npd")});
+    const std::string folder = store.DataFolder;
+    store.GraphList[0].State = 2;
+    std::filesystem::create_directory(w.Folder.Path("other"));
+    w.Desk.ChooseFiles({w.Spectrum("other/b.npd")});
+    w.Desk.ExpectQuestion("File No Save.  Grp=1 (Do you Cansel?)", Answer::No);
+    FileLoad();
+    EXPECT_EQ(Names(), "a.npd(0)");
+    EXPECT_EQ(store.DataFolder, folder);
+    store.GraphList[0].State = 1;
+}
+
+TEST(Open, DigitsAloneAndCapitalsNameTheirKindsAndAnXbaBringsItsPeaks) {
+    Rows w;
+    SpectrumData data{};
+    data.DataNo = 3;
+    data.Count[2] = 77;
+    PropertyRecord prop = BlankProperty();
+    prop.RecordValid = 1;
+    prop.SourceType = SOURCE_NPD;  // what it was read from before it was saved
+    PeakTable peaks{};
+    peaks.PeakNum = 1;
+    peaks.Peak[0].Position = 1.5;
+    ASSERT_EQ(SaveXbm(w.Folder.Path("run.003"), data, prop), -1);
+    ASSERT_EQ(SaveXba(w.Folder.Path("p.XBA"), data, prop, peaks), -1);
+    store.PeakTables[0].PeakNum = 9;  // of an older graph in that slot
+    w.Open({w.Folder.Path("run.003"), w.Folder.Path("p.XBA"), w.Spectrum("a.NPD")});
+    EXPECT_EQ(Names(), "run.003(0) p.XBA(1) a.NPD(2)");
+    EXPECT_EQ(store.SpectrumDatas[0].Count[2], 77);
+    EXPECT_EQ(store.PropertyRecords[0].SourceType, SOURCE_NATIVE);
+    EXPECT_EQ(store.PeakTables[0].PeakNum, 0) << "emptied before reading";
+    ASSERT_EQ(store.PeakTables[1].PeakNum, 1);
+    EXPECT_EQ(store.PeakTables[1].Peak[0].Position, 1.5);
+}
+
+TEST(Open, TheVerticalScaleFollowsTheHighestCountOfItsWindow) {
+    Rows w;
+    w.Open({w.Spectrum("a.npd", 200, 700)});  // 710 with the background; 5 % free: 800
+    EXPECT_EQ(YFullScale(0), 800);
+    EXPECT_EQ(YFullScale(1), 10000000);
+    EXPECT_EQ(Engine().Target(0).YTop, 800);
+}
+
+TEST(Rows, TheShowSwitchesFollowTheStyleAndTheWindow) {
+    Rows w;
+    VaelAnaView& v = frmVaelAna;
+    w.Open({w.Spectrum("a.npd")});
+    EXPECT_FALSE(v.chkFilePile[0].Enabled);
+    EXPECT_FALSE(v.chkFilePile[1].Enabled);
+    EXPECT_TRUE(v.ckbExpand.Enabled);
+    v.chkFilePile[1].Value = 1;
+    v.chkFilePile[1].Enabled = true;
+    SetGraph(0, 0, 0, "");
+    EXPECT_EQ(v.chkFilePile[1].Value, 0) << "window 1, lined up: the second switch is cleared";
+    EXPECT_FALSE(v.chkFilePile[1].Enabled);
+    EXPECT_EQ(store.GraphList[0].Name, "a.npd") << "an empty name leaves the row's";
+    v.ckbExpand.Value = 1;
+    SetGraph(0, 0, 0, "");
+    EXPECT_TRUE(v.chkFilePile[0].Enabled);
+    EXPECT_FALSE(v.chkFilePile[1].Enabled);
+    v.ckbExpand.Value = 0;
+    SetGraph(1, 0, 0, "");
+    EXPECT_TRUE(v.chkFilePile[0].Enabled);
+    EXPECT_TRUE(v.chkFilePile[1].Enabled);
+    EXPECT_FALSE(v.ckbExpand.Enabled);
+    EXPECT_FALSE(v.mnuExpandOn.Enabled);
+    EXPECT_EQ(store.GraphList[0].WinNo, 1);
+    EXPECT_EQ(v.chkGrp[10].Value, 1);
+}
+
+TEST(Open, TheFilterIsRememberedForTheNextDialog) {
+    Rows w;
+    store.FilterIndex = 3;
+    w.Open({w.Spectrum("a.npd")});
+    EXPECT_EQ(w.Desk.OpenDialogs.back().FilterIndex, 3);
+    EXPECT_EQ(store.FilterIndex, 1) << "as the user left the dialog";
+    store.FilterIndex = 3;
+    w.Desk.CancelOpen();
+    Click(frmVaelAna.mnuLoad);
+    EXPECT_EQ(store.FilterIndex, 3);
+}
+
+TEST(Rows, InExpandStyleTheSecondPanelOwnsNoGraphAndTheHighlightStays) {
+    Rows w;
+    w.Open({w.Spectrum("a.npd")});
+    frmVaelAna.ckbExpand.Value = 1;
+    frmVaelAna.ckbExpand.Enabled = true;
+    Tick(frmVaelAna.chkGrp[10]);
+    EXPECT_EQ(frmVaelAna.chkGrp[10].Value, 0);
+    EXPECT_EQ(store.GraphList[0].WinNo, 0);
+    EXPECT_EQ(store.GraphList[0].Visible, TRUE_WORD);
+    ChangeActiveWin(1);
+    EXPECT_TRUE(frmVaelAna.fraGraph[0].Raised);
+    EXPECT_FALSE(frmVaelAna.fraGraph[1].Raised);
+}
+
+TEST(Rows, ATickShowsTheCalibrationOfItsRow) {
+    Rows w;
+    w.Open({w.Folder.Write("a.npd", NpdText({1, 2, 3}, "a", 0.5, 0.25)),
+            w.Folder.Write("b.npd", NpdText({1, 2, 3}, "b", 0.125, 0.5))});
+    ASSERT_EQ(frmVaelAna.lblEGC.Caption, "0.125000Ch^2+0.500000Ch+0.000000");
+    Tick(frmVaelAna.chkGrp[0]);
+    EXPECT_EQ(frmVaelAna.lblEGC.Caption, "0.500000Ch^2+0.250000Ch+0.000000");
+}
+
+TEST(Rows, CommandsWorkOnTheRealWindowAndANegativeIndexIsRowOne) {
+    Rows w;
+    w.Open({w.Spectrum("a.npd"), w.Spectrum("b.npd")});
+    frmVaelAna.cboGrphSel[0].Index = 1;
+    frmVaelAna.cboGrphSel[1].Index = -1;
+    ChangeActiveWin(1);
+    EXPECT_EQ(GetRealWinNo(), 1);
+    EXPECT_EQ(GetGrpNo(), 0);
+    frmVaelAna.ckbExpand.Value = 1;  // the second panel only magnifies the first
+    EXPECT_EQ(GetRealWinNo(), 0);
+    EXPECT_EQ(GetGrpNo(), 1);
+    EXPECT_EQ(DataNo(), 1);
+}
+
 TEST(Open, AnUnknownExtensionReadsNothingWithoutABox) {
     Rows w;
     w.Open({w.Folder.Write("x.foo", "hello")});

@@ -27,6 +27,18 @@ TEST(Log, ClearEmptiesItAndHideHidesIt) {
     EXPECT_FALSE(frmLog.Visible);
 }
 
+TEST(Log, ClearStartsTheRingAnewAlsoAfterItHasWrapped) {
+    World world;
+    for (int n = 1; n <= 205; ++n) PutLog("line " + std::to_string(n));
+    Click(frmVaelAna.mnuLogText);
+    Click(frmLog.cmdClear);
+    EXPECT_EQ(frmLog.txtMessage.Text, "");
+    PutLog("a");
+    PutLog("b");
+    EXPECT_EQ(frmLog.txtMessage.Text, "a\r\nb\r\n");
+    EXPECT_EQ(frmLog.OldestIndex, 0);
+}
+
 TEST(MessageBox, KindsShowTheirButtons) {
     World world;
     frmDialogMessage.Kind(0);

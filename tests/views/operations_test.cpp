@@ -99,6 +99,117 @@ TEST(Smooth, WithNineRowsTakenItWorks) {
     EXPECT_EQ(store.GraphList[9].Name, "r8.npd");
 }
 
+TEST(Smooth, InPlaceItKeepsTheRowThatHoldsTheSlotAndTakesTheFilterOfTheSettings) {
+    Panel w;
+    w.Open();
+    Click(frmVaelAna.mnuSmooth);
+    Click(frmVaelAna.mnuBackGround);
+    ASSERT_EQ(Names(), "BackRemv BackGraund Smooth s.npd");
+    Pick(frmVaelAna.cboGrphSel[0], 2);
+    const SpectrumData once = store.SpectrumDatas[1];
+    settings.SmoothIndex = 1;
+    Click(frmVaelAna.mnuSmooth);
+    EXPECT_EQ(Names(), "BackRemv BackGraund Smooth s.npd");
+    EXPECT_EQ(GraphNo(), 2);
+    // -2 3 6 7 6 3 -2 over 21, by hand.
+    const auto c = [&](std::size_t i) { return static_cast<double>(once.Count[i]); };
+    const double by_hand = (-2 * (c(297) + c(303)) + 3 * (c(298) + c(302)) +
+                            6 * (c(299) + c(301)) + 7 * c(300)) / 21.0;
+    EXPECT_NEAR(CountAt("Smooth", 300), by_hand, 0.5);
+}
+
+TEST(Smooth, EachFilterOfTheSettingsAnswersASingleChannelWithItsWeights) {
+    struct Filter {
+        std::int32_t Divisor;
+        std::vector<std::int32_t> Weights;
+    };
+    const std::array<Filter, 4> filters{{{16, {1, 4, 6, 4, 1}},
+                                         {21, {-2, 3, 6, 7, 6, 3, -2}},
+                                         {231, {-21, 14, 39, 54, 59, 54, 39, 14, -21}},
+                                         {429, {-36, 9, 44, 69, 84, 89, 84, 69, 44, 9, -36}}}};
+    for (std::size_t k = 0; k < filters.size(); ++k) {
+        Panel w;
+        std::vector<std::int32_t> counts(40, 1000);
+        counts[20] += filters[k].Divisor;
+        w.Desk.ChooseFiles({w.Folder.Write("t.npd", NpdText(counts))});
+        Click(frmVaelAna.mnuLoad);
+        settings.SmoothIndex = static_cast<std::int16_t>(k);
+        Click(frmVaelAna.mnuSmooth);
+        const int half = static_cast<int>(filters[k].Weights.size()) / 2;
+        for (int i = 0; i < 40; ++i) {
+            const int at = i - 20 + half;
+            const bool inside = at >= 0 && at <= 2 * half;
+            EXPECT_EQ(CountAt("Smooth", i),
+                      1000 + (inside ? filters[k].Weights[static_cast<std::size_t>(at)] : 0))
+                << "filter " << k << ", channel " << i;
+        }
+    }
+}
+
+TEST(Smooth, AFilterThatIsNotThereLeavesTheRowsAsTheyAre) {
+    Panel w;
+    w.Open();
+    settings.SmoothIndex = 4;
+    Click(frmVaelAna.mnuSmooth);
+    EXPECT_EQ(w.Desk.Faults.size(), 1u);
+    EXPECT_EQ(store.GraphTotal, 1);
+    EXPECT_EQ(store.GraphList[0].Name, "s.npd");
+    EXPECT_EQ(store.GraphList[0].State, 1);
+    EXPECT_EQ(store.SlotUsed[1], 0);
+}
+
+TEST(Background, TakesIntervalAndPassesOfTheSettingsAndTheSourcesProperty) {
+    Panel w;
+    w.Desk.ChooseFiles({w.Folder.Write("t.npd", NpdText({8, 20, 40, 20, 8, 20}))});
+    Click(frmVaelAna.mnuLoad);
+    settings.BackInterval = 2;
+    settings.BackTimes = 1;
+    store.SpectrumDatas[1].Count[7] = 99;  // beyond the spectrum: what a slot held stays
+    store.SpectrumDatas[2].Count[7] = 99;
+    Click(frmVaelAna.mnuBackGround);
+    // Anchors 8, 40, 8 and channel 6, which holds 0: the first pass lowers 40 to 8, then 8 to 4.
+    // Chords one channel to the right: from 8 to 8; from 8 to 4, a slope of -2: 10, 8; from 4 to 0: 6, 4.
+    const std::array<std::int32_t, 6> back{8, 8, 10, 8, 6, 4};
+    const std::array<std::int32_t, 6> above{0, 12, 30, 12, 2, 16};
+    for (int i = 0; i < 6; ++i) {
+        EXPECT_EQ(CountAt("BackGraund", i), back[static_cast<std::size_t>(i)]) << i;
+        EXPECT_EQ(CountAt("BackRemv", i), above[static_cast<std::size_t>(i)]) << i;
+    }
+    EXPECT_EQ(CountAt("BackRemv", 7), 99);
+    for (const char* name : {"BackGraund", "BackRemv"}) {
+        const int slot = GetGraphDataNo(RowOfName(name));
+        EXPECT_EQ(Item(store.SpectrumDatas, slot).DataNo, 6);
+        EXPECT_EQ(Item(store.PropertyRecords, slot).Param.TwoTheta, 10.0);
+    }
+}
+
+TEST(Background, ASecondPassWorksOnTheAnchorsOfTheFirst) {
+    Panel w;
+    w.Desk.ChooseFiles({w.Folder.Write("t.npd", NpdText({8, 20, 40, 20, 8, 20}))});
+    Click(frmVaelAna.mnuLoad);
+    settings.BackInterval = 2;
+    settings.BackTimes = 2;
+    Click(frmVaelAna.mnuBackGround);
+    // Anchors 8 40 8 0, then 8 8 4 0, then 8 6 3 0; slopes -1, -1.5, -1.5, one channel to the right.
+    EXPECT_EQ(CountAt("BackGraund", 0), 9);
+    EXPECT_EQ(CountAt("BackGraund", 1), 8);
+    EXPECT_EQ(CountAt("BackGraund", 3), 6);
+    EXPECT_EQ(CountAt("BackGraund", 5), 3);
+    EXPECT_EQ(CountAt("BackRemv", 0), 0) << "nothing stands below 0";
+}
+
+TEST(Background, AnAnchorAtTheCapacityEndsTheCommandAndLeavesTheRowsAsTheyAre) {
+    Panel w;
+    w.Open(8192, 50, {});
+    settings.BackInterval = 32;  // 256 intervals: the last anchor would be channel 8192
+    Click(frmVaelAna.mnuBackGround);
+    EXPECT_EQ(w.Desk.Faults.size(), 1u);
+    EXPECT_EQ(store.GraphTotal, 1);
+    EXPECT_EQ(Names(), "s.npd");
+    EXPECT_EQ(store.GraphList[0].Name, "s.npd");
+    EXPECT_EQ(GraphNo(), 0);
+}
+
 TEST(Background, LeavesTheRemovedCountsOnTopAndCurrentWithTheBackgroundBelow) {
     Panel w;
     w.Open();
@@ -233,6 +344,65 @@ TEST(Fit, ARunTimeErrorInTheFitShowsItsAdvice) {
     }
     EXPECT_EQ(w.Desk.BusyDepth, 0) << "the busy cursor is given back";
     store.GraphList[0].DataNo = 0;
+}
+
+TEST(Fit, ARunTimeErrorInsideTheFitEndsOnTheRowThatWasToBeFitted) {
+    Panel w;
+    w.Open();
+    w.Desk.OnBreathe = [] { throw Fault(FaultNumber::Division, "Division by zero."); };
+    w.Desk.ExpectQuestion(
+        "Fitting was failed. Please change fit parameters(Change BG Coefficient to 5.0) and retry");
+    Click(frmVaelAna.cmdOperation[2]);
+    EXPECT_EQ(Names(), "BackRemv BackGraund s.npd");
+    EXPECT_EQ(GraphNo(), 2) << "the rows moved under the selection";
+    EXPECT_EQ(frmVaelAna.Caption, "Vael (Data Analyze) --- s.npd");
+    EXPECT_EQ(w.Desk.BusyDepth, 0);
+}
+
+TEST(Fit, TheRemovedCountsOfANaxRunMayBeNegativeAndAreNoughtWithoutABackground) {
+    Panel w;
+    w.Desk.ChooseFiles({w.Folder.Write("a.npd", NpdText({10, 20, 30})),
+                        w.Folder.Write("b.npd", NpdText({1, 2, 3})),
+                        w.Folder.Write("c.npd", NpdText({7, 7, 7}))});
+    Click(frmVaelAna.mnuLoad);
+    store.BackGroundBuf.fill(0);
+    store.BackGroundBuf[0] = 25;
+    store.BackGroundBuf[2] = -4;
+    store.BackGroundBuf[4095] = 6;
+    store.BackGroundBuf[4096] = 6;
+    StoreNaxBackground(1);
+    const auto& back = store.SpectrumDatas[1].Count;
+    EXPECT_EQ(back[0], 25);
+    EXPECT_EQ(back[1], 2) << "where the fit has none the row keeps its own";
+    EXPECT_EQ(back[2], -4);
+    EXPECT_EQ(back[4095], 6);
+    EXPECT_EQ(back[4096], 0) << "the length is fixed";
+    StoreBackRemoved(0, 1, 2);
+    const auto& removed = store.SpectrumDatas[2].Count;
+    EXPECT_EQ(removed[0], -15);
+    EXPECT_EQ(removed[1], 18);
+    EXPECT_EQ(removed[2], 0) << "a background that is not above 0 removes all";
+    EXPECT_EQ(removed[4095], -6);
+    store.SpectrumDatas[0].Count[0] = -2147483647;
+    EXPECT_THROW(StoreBackRemoved(0, 1, 2), Fault);
+}
+
+TEST(Fit, TheBackRowsOfANaxRunCarryTheSourcesPropertyAndTheirBits) {
+    Panel w;
+    w.Open(1000);
+    EXPECT_EQ(MakeBackRows(0), 2) << "the source's new row";
+    const auto of = [](const char* name) -> const PropertyRecord& {
+        return Item(store.PropertyRecords, GetGraphDataNo(RowOfName(name)));
+    };
+    EXPECT_EQ(Names(), "BackRemv BackGraund s.npd");
+    EXPECT_EQ(of("BackGraund").Param.DerivedFlags, DERIVED_BACKGROUND);
+    EXPECT_EQ(of("BackRemv").Param.DerivedFlags, DERIVED_REMOVED);
+    EXPECT_EQ(of("BackGraund").Param.TwoTheta, 10.0);
+    EXPECT_EQ(of("BackRemv").Param.TwoTheta, 10.0);
+    for (const char* name : {"BackGraund", "BackRemv"}) {
+        EXPECT_EQ(Item(store.SpectrumDatas, GetGraphDataNo(RowOfName(name))).DataNo, 1000);
+        EXPECT_EQ(CountAt(name, 300), 0) << "their curves are empty";
+    }
 }
 
 TEST(AutoFitting, SmoothsRemovesTheBackgroundAndFitsTheRest) {

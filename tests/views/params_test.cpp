@@ -3,6 +3,7 @@
 
 #include "core/fault.h"
 #include "core/graphs.h"
+#include "core/windows.h"
 #include "files/packed.h"
 
 #include <gtest/gtest.h>
@@ -58,6 +59,77 @@ TEST(Start, FirstRunWithoutFilesHasTheDialogsSettingsAndWritesBothAtExit) {
     EXPECT_EQ(BytesOf(world.Folder.Path("VaelAna.ini")),
               "0.20\r\n20.00\r\n0.495760\r\n0\r\n0.0300\r\n1\r\n");
     EXPECT_EQ(BytesOf(world.Folder.Path("syspara_a.xpr")).size(), 2u + 584 + 164 + 64 + 10);
+}
+
+TEST(Start, BothWindowsShowTheWholeSpanAtTheLargestScale) {
+    World world;
+    const VaelAnaView& v = frmVaelAna;
+    EXPECT_EQ(v.ActiveWin, 0);
+    EXPECT_EQ(v.UnitX, 0);
+    EXPECT_EQ(v.cboUnitX.Index, 0);
+    EXPECT_EQ(v.imnSpanCh.Value, 4096);
+    EXPECT_EQ(v.inumScaleX.Value, 4096);
+    EXPECT_EQ(v.hsbStartX.Value, 0);
+    EXPECT_EQ(v.hsbStartX.Most, 0);
+    EXPECT_EQ(v.itxtScaleY.Index, 1) << "its second value is shown";
+    for (int win = 0; win < WINDOW_COUNT; ++win) {
+        EXPECT_EQ(YFullScale(win), 10000000);
+        EXPECT_EQ(Engine().Target(win).YTop, 10000000);
+        EXPECT_EQ(Engine().Target(win).XStart, 0);
+        EXPECT_EQ(Engine().Target(win).XEnd, 4095);
+        EXPECT_EQ(Engine().Target(win).BackColor,
+                  store.ColorTable[static_cast<std::size_t>(21 + win)]);
+        EXPECT_EQ(v.cboGrphSel[static_cast<std::size_t>(win)].Index, 0);
+        EXPECT_FALSE(v.chkFilePile[static_cast<std::size_t>(win)].Enabled);
+    }
+    EXPECT_TRUE(v.fraGraph[0].Raised);
+    const char* const units[] = {"Ch", "keV", "d:A", "QA", "2q"};
+    const char* const formats[] = {"####", "##0.000", "0.0000", "0.0000", "0.0000"};
+    for (std::size_t k = 0; k < 5; ++k) {
+        EXPECT_EQ(v.lblDispUnit[k].Caption, units[k]);
+        EXPECT_EQ(v.inumCursorDisp[k].Format, formats[k]);
+    }
+}
+
+TEST(Start, ReadsBothFilesOfTheFormerRun) {
+    World world;
+    world.Folder.Write("syspara_a.xpr", SystemFile(0.5, 0.03, 1e-8, 15.25));
+    world.Folder.Write("VaelAna.ini", "0.5\r\n30\r\n0.4\r\n3\r\n0.05\r\n0\r\n");
+    store.FixedDefault = 0;  // start-up sets it before it reads
+    Form_Load(world.Folder.Path());
+    EXPECT_EQ(store.DefaultParam.EgcCoef[1], 0.03);
+    EXPECT_EQ(store.PropertyRecords[0].Param.EgcCoef[1], 0.03) << "the first slot takes it";
+    EXPECT_EQ(store.PropertyRecords[0].Param.TwoTheta, 15.25);
+    EXPECT_EQ(store.PropertyRecords[1].Param.TwoTheta, 0.0) << "and no other";
+    EXPECT_EQ(store.ColorTable[5], Rgb(5, 1, 2)) << "a table that is there is taken as it is";
+    EXPECT_EQ(settings.BackInterval, 40);
+    EXPECT_EQ(settings.EACPS, 0.5);
+    EXPECT_EQ(settings.SmoothingOn, 0);
+    EXPECT_EQ(store.FilterIndex, 3);
+    EXPECT_EQ(store.FixedDefault, 1);
+    EXPECT_EQ(store.DataFolder, std::filesystem::current_path().string() + "/");
+}
+
+TEST(Exit, UnloadsTheLogAndWritesTheSettingsInForce) {
+    World world;
+    PutLog("a line");
+    settings.EACPS = 0.4;
+    settings.BackTimes = 9;
+    store.DefaultParam.TwoTheta = 6.5;
+    store.FilterIndex = 2;
+    Close(frmVaelAna);
+    EXPECT_TRUE(world.Desk.HasQuit);
+    EXPECT_EQ(frmLog.LineCount, 0);
+    EXPECT_EQ(frmLog.txtMessage.Text, "");
+    EXPECT_EQ(BytesOf(world.Folder.Path("VaelAna.ini")).substr(0, 6), "0.40\r\n");
+    ParamRecord param{};
+    settings.BackTimes = 1;
+    store.FilterIndex = 0;
+    ReadIni(world.Folder.Path("VaelAna.ini"));
+    EXPECT_EQ(store.FilterIndex, 2);
+    ASSERT_EQ(ReadSystemPara(world.Folder.Path("syspara_a.xpr"), param), -1);
+    EXPECT_EQ(param.TwoTheta, 6.5);
+    EXPECT_EQ(settings.BackTimes, 9);
 }
 
 TEST(SystemPara, ReadsABinaryFileWrittenByHandAndWritesItBackByteForByte) {
@@ -203,6 +275,8 @@ TEST(Start, TheSecondEntryEmptiesEverythingWithoutAPrompt) {
     EXPECT_EQ(store.SlotUsed[3], 0);
     EXPECT_EQ(store.SpectrumDatas[3].Count[5], 0);
     EXPECT_EQ(store.UserDataFolder, "\\UserData\\");
+    EXPECT_EQ(store.DataFolder, std::filesystem::current_path().string() + "/")
+        << "dialogs start in a folder that is there";
     EXPECT_EQ(settings.EACPS, 0.7) << "it does not read the ini file";
 }
 
