@@ -127,8 +127,16 @@ private:
             double distance = static_cast<double>(tables_.NaxIntParam[5]);
             for (; distance >= filled_.LeastDistance; distance *= filled_.Shrink) {
                 int rows = 0;
-                for (std::size_t i = 0; i < x_.size(); ++i)
-                    if (!NearPeak(x_[i], distance)) BackgroundRow(rows++, x_[i], y_[i]);
+                double first = 0.0;
+                double last = 0.0;
+                for (std::size_t i = 0; i < x_.size(); ++i) {
+                    if (NearPeak(x_[i], distance)) continue;
+                    if (rows == 0) first = x_[i];
+                    last = x_[i];
+                    BackgroundRow(rows++, x_[i], y_[i]);
+                }
+                const double wanted = filled_.LeastSpan * static_cast<double>(x_.size());
+                if (terms_ > 1 && last - first < wanted) continue;
                 if (SolveBackground(terms_, rows)) {
                     firstBackground_ = background_;
                     return true;
@@ -376,7 +384,7 @@ void NaxGroupFit(std::span<const NaxCandidate> candidates, const NaxRegion& regi
                  NaxResult& result, const Talk& talk) {
     Group group(candidates, region, points, tables, state, talk);
     const NaxGroup record = group.Fit();
-    talk.log("CH " + WholeText(record.From) + " TO" + WholeText(record.To) + " PEAKS" +
+    talk.log("CH" + WholeText(record.From) + " TO" + WholeText(record.To) + " PEAKS" +
              WholeText(record.Peaks) + " OF" + WholeText(record.Candidates) + " " + record.Status);
     for (const GroupPeak& peak : group.Peaks()) {
         const double fwhm = FwhmOf(peak.P);

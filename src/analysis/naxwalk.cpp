@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace vael {
 namespace {
@@ -64,7 +65,10 @@ private:
     void MakeRoom() {
         DropBefore(OldestNeeded());
         if (count_ < NAX_POINTS) return;
+        // The last window's channels may hold a peak that no window has seen whole.
+        searched_ = static_cast<int>(Newest(window_));
         while (!pending_.empty()) FitFirstGroup();
+        searched_ = std::numeric_limits<int>::max();
         DropBefore(OldestNeeded());
         if (count_ == NAX_POINTS) DropBefore(Newest(window_));
     }
@@ -134,7 +138,10 @@ private:
         const OpenCandidate kept = open_;
         open_ = OpenCandidate{};
         ++result_.Candidates;
-        if (result_.Candidates > MAX_PEAKS) return;  // the list is full: it is not kept
+        if (result_.Candidates > MAX_PEAKS) {  // the list is full: it only bounds the last group
+            if (notKept_ == 0.0) notKept_ = kept.Centre;
+            return;
+        }
         const double h = kept.Spacing;
         double t0 = -0.5 * kept.C[1] / kept.C[2];
         if (std::fabs(t0) > h) t0 = 0.0;
@@ -175,6 +182,7 @@ private:
         region.To = static_cast<int>(std::floor(group.back().Position)) + Reach();
         region.LeftNeighbour = leftNeighbour_;
         region.RightNeighbour = size < pending_.size() ? pending_[size].Position
+                                : notKept_ > 0.0       ? notKept_
                                 : open_.Open           ? open_.Centre
                                                        : 0.0;
         if (region.LeftNeighbour > 0.0)
@@ -185,6 +193,7 @@ private:
             region.To = std::min(
                 region.To, static_cast<int>(
                                std::floor((region.RightNeighbour + group.back().Position) / 2.0)));
+        region.To = std::min(region.To, searched_);
         const std::size_t count = static_cast<std::size_t>(count_);
         NaxGroupFit(group, region, {{state_.X.data(), count}, {state_.Y.data(), count}}, tables_,
                     state_, result_, talk_);
@@ -212,10 +221,12 @@ private:
     int next_;
     int count_ = 0;
     int mode_ = NAX_LSQ_NEW;
+    int searched_ = std::numeric_limits<int>::max();  // no region reaches beyond it
     double designSpacing_ = 0.0;  // of the design that the search's solver holds
     OpenCandidate open_;
     std::vector<NaxCandidate> pending_;
     double leftNeighbour_ = 0.0;
+    double notKept_ = 0.0;  // the first candidate beyond the hundred
 };
 
 }  // namespace

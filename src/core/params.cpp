@@ -226,6 +226,11 @@ std::int16_t CheckNoSave() {
     return FALSE_WORD;
 }
 
+void StartProgram(const std::string& programFolder) {
+    OnFault([](View&, const std::string& sentence) { TellStatus(sentence, true); });
+    RunEvent(frmVaelAna, [&] { Form_Load(programFolder); });
+}
+
 void Form_Load(const std::string& programFolder) {
     store.ProgramFolder = programFolder;
     store.FixedDefault = 1;  // set before the file is read: its second record is not there

@@ -1,11 +1,9 @@
 // Start of the desktop program: its look, its folder, its main window.
 #include "desktop/start.h"
 
-#include "core/frmvaelana.h"
 #include "core/params.h"
 #include "desktop/icons.h"
 #include "desktop/qtdesk.h"
-#include "toolkit/hand.h"
 
 #include <QApplication>
 #include <QDir>
@@ -59,8 +57,7 @@ std::string ProgramFolder() {
 int RunDesktop(QApplication& application) {
     SetLook(application);
     QtDesk desk;
-    OnFault([](View&, const std::string& sentence) { TellStatus(sentence, true); });
-    RunEvent(frmVaelAna, [] { Form_Load(ProgramFolder()); });
+    StartProgram(ProgramFolder());
     desk.Show();
     return QApplication::exec();
 }
