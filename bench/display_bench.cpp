@@ -1,5 +1,4 @@
-// Benchmarks of drawing: ten graphs of 8192 channels on a surface that only counts, and a whole page
-// as SVG.
+// Benchmarks of drawing: ten graphs of 8192 channels on a surface that only counts, and a page.
 #include "display/drawspect.h"
 #include "display/page.h"
 #include "display/svgcanvas.h"

@@ -1,5 +1,5 @@
-// Benchmarks of the Qt surface: a plot of ten graphs of 8192 channels on an image, and what it costs
-// to show that nothing has changed.
+// Benchmarks of the Qt surface: a plot of ten graphs of 8192 channels on an image, and what it
+// costs to show that nothing has changed.
 #include "core/frmvaelana.h"
 #include "core/params.h"
 #include "desktop/qtcanvas.h"

@@ -1,4 +1,4 @@
-// The binder: two small functions for each kind of control, Wire and Bring, and the joining by name.
+// The binder: Wire and Bring, two small functions a kind of control, and the joining by name.
 #include "desktop/binder.h"
 
 #include "desktop/widgets.h"
@@ -35,7 +35,7 @@ std::string FromQt(const QString& text) { return text.toStdString(); }
 /// Called after each act of the user, so that a widget which changed itself shows its record again.
 using Again = std::function<void()>;
 
-// --- what of a record a widget shows --------------------------------------------------------------
+// --- what of a record a widget shows -----------
 
 auto Common(const Control& c) { return std::tie(c.Enabled, c.Visible, c.Withheld, c.Tip); }
 auto Fields(const Button& c) { return std::tuple_cat(Common(c), std::tie(c.Caption)); }
@@ -66,7 +66,7 @@ std::tuple<std::decay_t<T>...> Kept(const std::tuple<T...>& seen) {
     return std::tuple<std::decay_t<T>...>(seen);
 }
 
-// --- buttons, boxes, options ----------------------------------------------------------------------
+// --- buttons, boxes, options -----------
 
 void Wire(Button& record, QAbstractButton& widget, const Again& again) {
     QObject::connect(&widget, &QAbstractButton::clicked, &widget, [&record, again] {
@@ -91,7 +91,8 @@ void Wire(CheckBox& record, QCheckBox& widget, const Again& again) {
 void Bring(const CheckBox& record, QCheckBox& widget) {
     widget.setText(Words(record.Caption));
     widget.setChecked(record.Value != 0);
-    if (auto* chip = qobject_cast<RowChip*>(&widget)) chip->SetRow(vael::ToQt(record.Ink), record.Filled);
+    if (auto* chip = qobject_cast<RowChip*>(&widget))
+        chip->SetRow(vael::ToQt(record.Ink), record.Filled);
 }
 
 void Wire(Option& record, QRadioButton& widget, const Again& again) {
@@ -107,7 +108,7 @@ void Bring(const Option& record, QRadioButton& widget) {
     widget.setChecked(record.Value);
 }
 
-// --- text and numbers -----------------------------------------------------------------------------
+// --- text and numbers -----------
 
 template <class Box>
 void WireLine(Box& record, QLineEdit& widget, const Again& again) {
@@ -167,7 +168,7 @@ void Bring(const TextBox& record, QPlainTextEdit& widget) {
     if (atEnd) bar->setValue(bar->maximum());  // a log that grows is followed to its end
 }
 
-// --- lists, bars, labels, frames --------------------------------------------------------------------
+// --- lists, bars, labels, frames -----------
 
 void Wire(ListBox& record, QComboBox& widget, const Again& again) {
     QObject::connect(&widget, &QComboBox::activated, &widget, [&record, again](int index) {
@@ -237,7 +238,7 @@ void Bring(const Frame& record, QSplitter& widget) {
     widget.setSizes({above, static_cast<int>(parts) - above});
 }
 
-// --- pictures, timers, menus ------------------------------------------------------------------------
+// --- pictures, timers, menus -----------
 
 void Bring(const Picture& record, PictureWidget& widget) {
     switch (record.Shape) {
@@ -275,7 +276,7 @@ void Bring(const Menu& record, QAction& widget) {
     widget.setShortcut(QKeySequence(Words(record.Shortcut)));
 }
 
-// --- what is common to all --------------------------------------------------------------------------
+// --- what is common to all -----------
 
 template <class Widget>
 void BringCommon(const Control& record, Widget& widget) {
@@ -288,9 +289,7 @@ void BringCommon(const Control& record, Widget& widget) {
     }
 }
 
-bool BeingTyped(const Control& record) {
-    return TypedBox() == &record;
-}
+bool BeingTyped(const Control& record) { return TypedBox() == &record; }
 
 template <class R, class W>
 class Bound final : public Binding {
@@ -390,8 +389,10 @@ private:
     Widget* Find(const Control& record) {
         auto* any = form_.findChild<QWidget*>(Words(record.Name));
         auto* widget = qobject_cast<Widget*>(any);
-        if (any == nullptr) Miss(record, "is not in the form");
-        else if (widget == nullptr) Miss(record, "is of another class in the form");
+        if (any == nullptr)
+            Miss(record, "is not in the form");
+        else if (widget == nullptr)
+            Miss(record, "is of another class in the form");
         return widget;
     }
 

@@ -47,7 +47,7 @@ private:
     bool resizePending_ = false;
 };
 
-/// The form that a widget belongs to, also from inside an open menu or list; nullptr for a widget of
+/// The form a widget belongs to, also from inside an open menu or list; nullptr for a widget of
 /// a message box or of no form.
 [[nodiscard]] Form* FormOf(QObject* target);
 

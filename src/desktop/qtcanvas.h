@@ -53,7 +53,7 @@ private:
     void SetMode(int mode, bool smooth);
     Extent size_{1.0, 1.0};
     double pointPixels_ = 96.0 / 72.0;  // logical pixels of a point
-    double inset_ = 0.0;                // logical pixels above the drawing, for texts that hang over
+    double inset_ = 0.0;  // logical pixels above the drawing, for texts that hang over
     std::vector<QLineF> lines_;
     Brush pen_;
     mutable std::map<std::pair<double, bool>, Face> faces_;

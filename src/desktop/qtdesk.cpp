@@ -187,7 +187,8 @@ std::optional<FileChoice> QtDesk::SaveFile(const FileDialog& dialog) {
     choice.FilterIndex = index < 0 ? dialog.FilterIndex : static_cast<int>(index) + 1;
     if (QFileInfo(path).suffix().isEmpty()) {
         const QString mask = box.selectedNameFilter().section(QStringLiteral("*."), 1);
-        path += QLatin1Char('.') + mask.section(QLatin1Char(')'), 0, 0).section(QLatin1Char(' '), 0, 0);
+        path +=
+            QLatin1Char('.') + mask.section(QLatin1Char(')'), 0, 0).section(QLatin1Char(' '), 0, 0);
     }
     choice.Paths.push_back(path.toStdString());
     return choice;
@@ -221,7 +222,8 @@ void QtDesk::RunModal(View& view) {
         form->windowHandle()->setTransientParent(above->windowHandle());
     Show();
     form->activateWindow();
-    while (view.Visible && !quitting_) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    while (view.Visible && !quitting_)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     Show();
     if (above != nullptr) above->activateWindow();
 }

@@ -1,4 +1,4 @@
-// The few widgets of our own: the picture, the row chip, the edge of a graph window, the titled group.
+// The few widgets of our own: picture, row chip, edge of a graph window, titled group, hairline.
 #include "desktop/widgets.h"
 
 #include "toolkit/hand.h"
@@ -29,7 +29,7 @@ MouseButton ButtonsOf(Qt::MouseButtons buttons) {
 
 }  // namespace
 
-// --- picture ------------------------------------------------------------------------------------
+// --- picture -----------
 
 PictureWidget::PictureWidget(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -86,7 +86,7 @@ void PictureWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     if (record_ != nullptr) DoubleClick(*record_, at.x(), at.y());
 }
 
-// --- row chip -----------------------------------------------------------------------------------
+// --- row chip -----------
 
 RowChip::RowChip(QWidget* parent) : QCheckBox(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -133,7 +133,7 @@ void RowChip::paintEvent(QPaintEvent*) {
     }
 }
 
-// --- edge and group -----------------------------------------------------------------------------
+// --- edge and group -----------
 
 void EdgeFrame::SetRaised(bool raised) {
     if (raised == raised_) return;
@@ -145,8 +145,8 @@ void EdgeFrame::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const double width = raised_ ? 2.0 : 1.0;
-    const QColor hairline = Mixed(palette().color(QPalette::WindowText),
-                                  palette().color(QPalette::Window), 0.75);
+    const QColor hairline =
+        Mixed(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.75);
     painter.setPen(QPen(raised_ ? palette().color(QPalette::Highlight) : hairline, width));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(
@@ -155,8 +155,8 @@ void EdgeFrame::paintEvent(QPaintEvent*) {
 
 void ThinLine::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.setPen(Mixed(palette().color(QPalette::WindowText), palette().color(QPalette::Window),
-                         0.75));
+    painter.setPen(
+        Mixed(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.75));
     painter.drawLine(width() / 2, 4, width() / 2, height() - 5);
 }
 

@@ -1,4 +1,4 @@
-// The few widgets of our own: the picture, the row chip, the edge of a graph window, the titled group.
+// The few widgets of our own: picture, row chip, edge of a graph window, titled group, hairline.
 #pragma once
 
 #include "desktop/qtcanvas.h"

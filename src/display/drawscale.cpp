@@ -11,7 +11,7 @@
 namespace vael {
 namespace {
 
-constexpr double LABEL_SIZE = 9.0;            // points
+constexpr double LABEL_SIZE = 9.0;  // points
 constexpr std::int32_t LOG_FULL_SCALE = 10000000;
 constexpr int LOG_DIVISIONS = 7;
 

@@ -37,10 +37,10 @@ void YScaleDrawRight(Canvas& canvas, std::int32_t fullScale, AxisScale& axis, Co
 /// What the lower axis shows. The slot's own 2 theta decides whether unit 4 is possible; values
 /// come from the calibration in force.
 struct XAxis {
-    int Unit = 0;            // axis unit; negative counts as 0
-    int Ticks = 4;           // divisions, 1 to 20; the main view has four, that is five labels
-    double Span = 0.0;       // channels shown
-    double Start = 0.0;      // first channel shown, 0-based
+    int Unit = 0;        // axis unit; negative counts as 0
+    int Ticks = 4;       // divisions, 1 to 20; the main view has four, that is five labels
+    double Span = 0.0;   // channels shown
+    double Start = 0.0;  // first channel shown, 0-based
     double OwnTwoTheta = 0.0;
 };
 

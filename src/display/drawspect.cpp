@@ -17,8 +17,12 @@ constexpr int POINTS_ACROSS = 512;  // the step caps the strokes of a graph at a
 class PenKeeper {
 public:
     explicit PenKeeper(Canvas& canvas)
-        : canvas_(canvas), width_(canvas.DrawWidth), mode_(canvas.DrawMode),
-          size_(canvas.FontSize), angle_(canvas.TextAngle), bold_(canvas.FontBold) {}
+        : canvas_(canvas),
+          width_(canvas.DrawWidth),
+          mode_(canvas.DrawMode),
+          size_(canvas.FontSize),
+          angle_(canvas.TextAngle),
+          bold_(canvas.FontBold) {}
     ~PenKeeper() {
         canvas_.DrawWidth = width_;
         canvas_.DrawMode = mode_;
@@ -43,7 +47,9 @@ bool IsGraph(int graph) { return graph >= 0 && graph < SLOT_COUNT; }
 class YRule {
 public:
     YRule(const DrawTarget& target, const DrawGraph& graph)
-        : t_(target), g_(graph), log_(target.LogScale == 1),
+        : t_(target),
+          g_(graph),
+          log_(target.LogScale == 1),
           clear_(target.Printing || target.LogScale == 1) {}
 
     [[nodiscard]] double At(int channel) const {
@@ -70,8 +76,13 @@ private:
 /// What the two plot routines share.
 struct Plot {
     Plot(const DrawTarget& t, int graph)
-        : G(Item(t.Graph, graph)), Y(t, G), Ink(t.Printing ? BLACK : G.GraphColor),
-          Shown(t.XEnd - t.XStart + 1), Step(PlotStep(Shown)), First(t.XStart + 1), Last(t.XEnd) {}
+        : G(Item(t.Graph, graph)),
+          Y(t, G),
+          Ink(t.Printing ? BLACK : G.GraphColor),
+          Shown(t.XEnd - t.XStart + 1),
+          Step(PlotStep(Shown)),
+          First(t.XStart + 1),
+          Last(t.XEnd) {}
     [[nodiscard]] Colour InkAt(int channel) const {
         const Colour own = Item(G.PlotColor, channel);
         return own != 0 ? own : Ink;
@@ -210,8 +221,8 @@ void DrawEngine::ClearRegistrations() {
 
 void DrawEngine::ClearRegistrations(int target) { ClearRows(At(target)); }
 
-void DrawEngine::RegisterGraph(int target, int graph, std::span<const std::int32_t> data,
-                               int count, Colour colour) {
+void DrawEngine::RegisterGraph(int target, int graph, std::span<const std::int32_t> data, int count,
+                               Colour colour) {
     DrawTarget& t = At(target);
     if (!IsGraph(graph)) {
         Say("グラフ番号が有効ではありません。");
@@ -325,8 +336,10 @@ void DrawEngine::PlotAll(int target) {
     if (t.Canvas == nullptr) return;
     for (int graph = 0; graph < SLOT_COUNT; ++graph) {
         if (Item(t.Graph, graph).GraphInUse == 0) continue;
-        if (t.DrawKind == DRAW_PAINT) PlotGraphPaint(target, graph);
-        else PlotGraph(target, graph);
+        if (t.DrawKind == DRAW_PAINT)
+            PlotGraphPaint(target, graph);
+        else
+            PlotGraph(target, graph);
     }
     ScaleCanvas(target);
     DrawRegistrations(t);
@@ -391,8 +404,7 @@ void DrawEngine::DrawPeakMarks(int target, std::span<const PeakTable> peakTables
         const PeakTable& table = Item(peakTables, graph);
         for (int i = 0; i < table.PeakNum; ++i) {
             const double x = Item(table.Peak, i).Position;
-            if (x >= t.XStart && x <= t.XEnd)
-                t.Canvas->Line(x, top, x, top - top / 20.0, WHITE);
+            if (x >= t.XStart && x <= t.XEnd) t.Canvas->Line(x, top, x, top - top / 20.0, WHITE);
         }
     }
 }
@@ -438,8 +450,7 @@ bool DrawEngine::RegisterVLine(int target, double x, double y1, double y2, Colou
     return true;
 }
 
-bool DrawEngine::RegisterMark(int target, int group, Spot from, Spot to, Colour colour,
-                              int width) {
+bool DrawEngine::RegisterMark(int target, int group, Spot from, Spot to, Colour colour, int width) {
     DrawTarget& t = At(target);
     if (t.MarkNum >= MARK_LIMIT) return false;
     TextRecord row = MakeRow(from.X, from.Y, to.X, to.Y, colour, width);

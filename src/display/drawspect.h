@@ -16,8 +16,8 @@
 namespace vael {
 
 inline constexpr int TARGET_COUNT = 3;
-inline constexpr int TARGET_PRINT = 2;      // 0 and 1 are the graph windows
-inline constexpr int PLOT_POINTS = 8193;    // entries of a drawing table, 0 to 8192
+inline constexpr int TARGET_PRINT = 2;    // 0 and 1 are the graph windows
+inline constexpr int PLOT_POINTS = 8193;  // entries of a drawing table, 0 to 8192
 
 inline constexpr std::int16_t DRAW_LINE = 0;
 inline constexpr std::int16_t DRAW_PAINT = 1;
@@ -40,13 +40,13 @@ enum class SymbolShape : std::int16_t { Plus, Cross, Square, Diamond, Up, Down, 
 /// One row of a registration table. Positions are in the coordinates of the plot: 0-based channels
 /// across, counts (or decades) upward.
 struct TextRecord {
-    float X, Y;              // text: top left corner; symbol: its middle; line and mark: one end
-    float X2, Y2;            // line and mark: the other end
+    float X, Y;    // text: top left corner; symbol: its middle; line and mark: one end
+    float X2, Y2;  // line and mark: the other end
     Colour Color;
-    std::int16_t Size;       // text: points; symbol: pixels; line and mark: line width in pixels
-    std::int16_t Angle;      // degrees counter-clockwise
+    std::int16_t Size;   // text: points; symbol: pixels; line and mark: line width in pixels
+    std::int16_t Angle;  // degrees counter-clockwise
     std::int16_t Bold;
-    std::int16_t Kind;       // symbol: SymbolShape; mark: the group it belongs to
+    std::int16_t Kind;          // symbol: SymbolShape; mark: the group it belongs to
     std::array<char, 48> Text;  // UTF-8, filled up with NUL; cut between characters
 };
 static_assert(sizeof(TextRecord) == 76);
@@ -62,29 +62,29 @@ struct TextStyle {
 /// One graph of a target.
 struct DrawGraph {
     Colour GraphColor;
-    std::int32_t GraphInUse;                           // -1 when registered
-    std::array<std::int32_t, PLOT_POINTS> PlotY;       // YTop less the count, per channel
-    std::array<Colour, PLOT_POINTS> PlotColor;         // 0: GraphColor; else this stroke's colour
+    std::int32_t GraphInUse;                      // -1 when registered
+    std::array<std::int32_t, PLOT_POINTS> PlotY;  // YTop less the count, per channel
+    std::array<Colour, PLOT_POINTS> PlotColor;    // 0: GraphColor; else this stroke's colour
 };
 
 /// One drawing target. Read it freely; `YTop` and `LogScale` change through `SetFullScale`.
 struct DrawTarget {
-    vael::Canvas* Canvas = nullptr;   // where to draw; without one nothing is drawn
-    std::int16_t XStart = 0;          // first and last channel shown, 0-based; XStart may be -1
+    vael::Canvas* Canvas = nullptr;  // where to draw; without one nothing is drawn
+    std::int16_t XStart = 0;         // first and last channel shown, 0-based; XStart may be -1
     std::int16_t XEnd = 0;
-    std::int32_t YTop = 0;            // full scale in counts; on the log axis in decades
-    std::int16_t LogScale = 0;        // 1 for logarithmic y
+    std::int32_t YTop = 0;      // full scale in counts; on the log axis in decades
+    std::int16_t LogScale = 0;  // 1 for logarithmic y
     std::int16_t DrawKind = DRAW_LINE;
-    bool Printing = false;            // graphs in black, negative counts cleared
-    double PrintWidth = 1.0;          // width of dots while printing, pixels
-    Colour BackColor = 0;             // what `Erase` leaves
+    bool Printing = false;    // graphs in black, negative counts cleared
+    double PrintWidth = 1.0;  // width of dots while printing, pixels
+    Colour BackColor = 0;     // what `Erase` leaves
 
     std::array<DrawGraph, SLOT_COUNT> Graph;
     std::array<std::uint16_t, PLOT_POINTS> ActiveGraph;  // bit g: graph g holds this channel
     std::array<TextRecord, TEXT_ROWS> Text;
     std::array<TextRecord, SYMBOL_ROWS> Symbol;
     std::array<TextRecord, VLINE_ROWS> VLine;
-    std::array<TextRecord, MARK_ROWS> Mark;   // exclusive-or strokes that stand on the picture
+    std::array<TextRecord, MARK_ROWS> Mark;  // exclusive-or strokes that stand on the picture
     std::int32_t TextNum = 0, SymbolNum = 0, VLineNum = 0, MarkNum = 0;
 };
 
@@ -121,8 +121,7 @@ public:
     void RegisterGraph(int target, int graph, std::span<const std::int32_t> data, int count,
                        Colour colour);
     /// The same in the first graph that is free; -1 and "グラフ領域が満杯です。" when none is.
-    int RegisterFreeGraph(int target, std::span<const std::int32_t> data, int count,
-                          Colour colour);
+    int RegisterFreeGraph(int target, std::span<const std::int32_t> data, int count, Colour colour);
     /// Takes a graph off the target (not off its picture); the others stay.
     void WithdrawGraph(int target, int graph);
     void SetGraphColor(int target, int graph, Colour colour);

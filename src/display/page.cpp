@@ -25,8 +25,8 @@ constexpr Colour FIT_COLOUR = Rgb(245, 160, 90);
 constexpr Colour BACK_COLOUR = Rgb(0, 114, 178);
 constexpr Colour REST_COLOUR = Rgb(0, 128, 96);
 
-constexpr int PIECE = 512;     // channels of a piece of the plot: every channel is drawn
-constexpr int TICKS = 8;        // divisions of the lower axes
+constexpr int PIECE = 512;  // channels of a piece of the plot: every channel is drawn
+constexpr int TICKS = 8;    // divisions of the lower axes
 constexpr double MARGIN = 36.0;
 constexpr double LINE_STEP = 10.5;
 constexpr double LABEL_SIZE = 7.5;
@@ -63,7 +63,9 @@ Layout MakeLayout(Extent size, bool labels, bool rest) {
 class PageDrawer {
 public:
     PageDrawer(Canvas& canvas, DrawEngine& engine, const PageData& page)
-        : canvas_(canvas), engine_(engine), page_(page),
+        : canvas_(canvas),
+          engine_(engine),
+          page_(page),
           first_(std::max(page.First, 0)),
           last_(page.Last < page.First ? Channels(page) - 1
                                        : std::min(page.Last, Channels(page) - 1)),
@@ -137,8 +139,10 @@ void PageDrawer::Draw() {
 double PageDrawer::YOf(double count) const {
     const Rect& plot = at_.Plot;
     double part = 0.0;
-    if (page_.Log) part = count < 1.0 ? 0.0 : std::log10(count) / LOG_DECADES;
-    else part = count / fullScale_;
+    if (page_.Log)
+        part = count < 1.0 ? 0.0 : std::log10(count) / LOG_DECADES;
+    else
+        part = count / fullScale_;
     return plot.Bottom - std::clamp(part, 0.0, 1.0) * plot.Height();
 }
 
@@ -260,8 +264,8 @@ void PageDrawer::DrawRest() {
             continue;
         }
         const double count = page_.Counts[at];
-        const double now = std::clamp((count - sum_[at]) / std::sqrt(std::max(count, 1.0)), -reach,
-                                      reach);
+        const double now =
+            std::clamp((count - sum_[at]) / std::sqrt(std::max(count, 1.0)), -reach, reach);
         if (open) canvas.Line(i - 1, before, i, now, REST_COLOUR);
         before = now;
         open = true;
@@ -285,8 +289,8 @@ void PageDrawer::DrawAxes() {
 
     // 2. The unit, and below it the channels.
     const double low = at_.Rest.Bottom;
-    XAxis what{page_.Unit, TICKS, static_cast<double>(last_ - first_ + 1), static_cast<double>(first_),
-               page_.Param.TwoTheta};
+    XAxis what{page_.Unit, TICKS, static_cast<double>(last_ - first_ + 1),
+               static_cast<double>(first_), page_.Param.TwoTheta};
     if (what.Unit == UNIT_D && !(page_.Param.TwoTheta > 0.0)) what.Unit = UNIT_CH;
     const auto strip = [&](double top, Colour ink) {
         Viewport below(canvas_.Below(), plot.Left, top, plot.Width(), 20.0);
@@ -340,8 +344,8 @@ void PageDrawer::DrawPeaks() {
         SpreadLabels(wanted, LABEL_GAP, at_.Plot.Left + 4.0, at_.Plot.Right - 4.0);
 
     // 2. A leader from each label to its peak, and the label upright above the plot.
-    const double crowd = places.size() < 2 ? LABEL_GAP : at_.Plot.Width() /
-                                                             static_cast<double>(places.size());
+    const double crowd =
+        places.size() < 2 ? LABEL_GAP : at_.Plot.Width() / static_cast<double>(places.size());
     const double size = LABEL_SIZE * std::min(1.0, crowd / LABEL_GAP);
     for (std::size_t i = 0; i < peaks.size(); ++i) {
         const auto channel = static_cast<std::size_t>(

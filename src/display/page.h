@@ -19,7 +19,7 @@ namespace vael {
 struct PagePeak {
     double Ch = 0.0;
     std::string Label;
-    bool Used = true;   // a peak that takes no part in the cell is drawn faint
+    bool Used = true;  // a peak that takes no part in the cell is drawn faint
 };
 
 /// Lines of a heading and a value under a title.
@@ -43,7 +43,7 @@ struct PageData {
     std::span<const std::int32_t> Fit;         // peaks without background: empty, or as long
     ParamRecord Param{};                       // calibration in force
     DacAxis Dac{};
-    int Unit = 1;                // unit of the lower axis; the channels stand below it
+    int Unit = 1;  // unit of the lower axis; the channels stand below it
     bool Log = false;
     std::int32_t FullScale = 0;  // 0: chosen from what is shown
     int First = 0;               // first and last channel shown, 0-based; a last one below the

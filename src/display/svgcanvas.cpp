@@ -15,12 +15,12 @@ constexpr double GRID = 20.0;
 // Advance widths of the characters 32 to 126 in thousandths of the font size: the published metrics
 // of Helvetica (Adobe Font Metrics), which the common sans-serif faces share.
 constexpr std::array<int, 95> WIDTHS{
-    278, 278, 355, 556, 556, 889, 667, 191, 333, 333, 389, 584, 278, 333, 278, 278,   // blank to /
-    556, 556, 556, 556, 556, 556, 556, 556, 556, 556, 278, 278, 584, 584, 584, 556,   // 0 to ?
+    278,  278, 355, 556, 556, 889, 667, 191, 333, 333, 389, 584, 278, 333, 278, 278,  // blank to /
+    556,  556, 556, 556, 556, 556, 556, 556, 556, 556, 278, 278, 584, 584, 584, 556,  // 0 to ?
     1015, 667, 667, 722, 722, 667, 611, 778, 722, 278, 500, 667, 556, 833, 722, 778,  // @ to O
-    667, 778, 722, 667, 611, 722, 667, 944, 667, 667, 611, 278, 278, 278, 469, 556,   // P to _
-    333, 556, 556, 500, 556, 556, 278, 556, 556, 222, 222, 500, 222, 833, 556, 556,   // ` to o
-    556, 556, 333, 500, 278, 556, 500, 722, 500, 500, 500, 334, 260, 334, 584};       // p to ~
+    667,  778, 722, 667, 611, 722, 667, 944, 667, 667, 611, 278, 278, 278, 469, 556,  // P to _
+    333,  556, 556, 500, 556, 556, 278, 556, 556, 222, 222, 500, 222, 833, 556, 556,  // ` to o
+    556,  556, 333, 500, 278, 556, 500, 722, 500, 500, 500, 334, 260, 334, 584};      // p to ~
 constexpr double ASCENT = 0.905;   // of the font size, above the base line
 constexpr double DESCENT = 0.212;  // below it
 constexpr double BOLD_WIDER = 1.06;
@@ -37,8 +37,8 @@ void ForEachCharacter(std::string_view utf8, Each each) {
 }
 
 int AdvanceOf(unsigned char lead, std::size_t size) {
-    if (size == 2) return 556;   // Latin with accents, Greek
-    if (size > 2) return 1000;   // wide characters
+    if (size == 2) return 556;  // Latin with accents, Greek
+    if (size > 2) return 1000;  // wide characters
     const bool printable = lead >= 32 && lead < 127;
     return printable ? WIDTHS[static_cast<std::size_t>(lead - 32)] : WIDTHS[0];
 }
@@ -176,8 +176,10 @@ void SvgSurface::Box(Spot corner, Spot opposite, bool filled, const Brush& brush
     body_ += "<rect x=\"" + at(std::min(a.X, b.X)) + "\" y=\"" + at(std::min(a.Y, b.Y)) +
              "\" width=\"" + at(std::fabs(a.X - b.X)) + "\" height=\"" + at(std::fabs(a.Y - b.Y)) +
              "\" ";
-    if (filled) body_ += "fill=\"" + Hex(brush.Ink) + "\"/>\n";
-    else body_ += "stroke=\"" + Hex(brush.Ink) + "\" stroke-width=\"" + at(brush.Width) + "\"/>\n";
+    if (filled)
+        body_ += "fill=\"" + Hex(brush.Ink) + "\"/>\n";
+    else
+        body_ += "stroke=\"" + Hex(brush.Ink) + "\" stroke-width=\"" + at(brush.Width) + "\"/>\n";
 }
 
 void SvgSurface::Write(Spot at, std::string_view utf8, const Brush& brush) {
@@ -187,8 +189,8 @@ void SvgSurface::Write(Spot at, std::string_view utf8, const Brush& brush) {
     const double x = corner.X * GRID;
     const double y = corner.Y * GRID;
     const double size = brush.FontSize * GRID;
-    body_ += "<text x=\"" + Digits(x) + "\" y=\"" + Digits(y + ASCENT * size) +
-             "\" font-size=\"" + Digits(size) + '"';
+    body_ += "<text x=\"" + Digits(x) + "\" y=\"" + Digits(y + ASCENT * size) + "\" font-size=\"" +
+             Digits(size) + '"';
     // Where another face stands in for the one measured here, it is fitted to the same length.
     if (utf8.size() > 1)
         body_ += " textLength=\"" + Digits(Measure(utf8, brush).Width * GRID) +
@@ -202,9 +204,8 @@ void SvgSurface::Write(Spot at, std::string_view utf8, const Brush& brush) {
 
 Extent SvgSurface::Measure(std::string_view utf8, const Brush& brush) const {
     double thousandths = 0.0;
-    ForEachCharacter(utf8, [&](unsigned char lead, std::size_t size) {
-        thousandths += AdvanceOf(lead, size);
-    });
+    ForEachCharacter(
+        utf8, [&](unsigned char lead, std::size_t size) { thousandths += AdvanceOf(lead, size); });
     const double wider = brush.Bold ? BOLD_WIDER : 1.0;
     return {thousandths / 1000.0 * brush.FontSize * wider, (ASCENT + DESCENT) * brush.FontSize};
 }
@@ -212,14 +213,14 @@ Extent SvgSurface::Measure(std::string_view utf8, const Brush& brush) const {
 std::string SvgSurface::Text() const {
     SvgSurface whole = *this;  // the path still open is closed in a copy
     whole.Close();
-    std::string out = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                      "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
-                      Digits(size_.Width) + "pt\" height=\"" + Digits(size_.Height) +
-                      "pt\" viewBox=\"0 0 " + Digits(size_.Width * GRID) + ' ' +
-                      Digits(size_.Height * GRID) +
-                      "\" fill=\"none\" stroke-linejoin=\"round\" xml:space=\"preserve\" "
-                      "font-family=\"Helvetica, Arial, 'Liberation Sans', 'Noto Sans CJK JP', "
-                      "'IPAGothic', sans-serif\">\n";
+    std::string out =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
+        Digits(size_.Width) + "pt\" height=\"" + Digits(size_.Height) + "pt\" viewBox=\"0 0 " +
+        Digits(size_.Width * GRID) + ' ' + Digits(size_.Height * GRID) +
+        "\" fill=\"none\" stroke-linejoin=\"round\" xml:space=\"preserve\" "
+        "font-family=\"Helvetica, Arial, 'Liberation Sans', 'Noto Sans CJK JP', "
+        "'IPAGothic', sans-serif\">\n";
     if (!title_.empty()) out += "<title>" + XmlEscape(title_) + "</title>\n";
     return out + whole.body_ + "</svg>\n";
 }

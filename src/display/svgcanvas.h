@@ -39,7 +39,7 @@ private:
     Extent size_;
     std::string title_;
     std::string body_;
-    std::string path_;          // data of the path being built
+    std::string path_;  // data of the path being built
     Path kind_ = Path::None;
     Colour ink_ = 0;
     double width_ = 0.0;

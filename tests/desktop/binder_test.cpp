@@ -29,7 +29,7 @@ using test::ScriptedQtDesk;
 
 QString Q(const std::string& text) { return QString::fromStdString(text); }
 
-// --- forms and records ----------------------------------------------------------------------------
+// --- forms and records -----------
 
 TEST(Forms, EveryControlOfEveryViewJoins) {
     DeskWorld world;
@@ -64,16 +64,16 @@ UiFile ReadUi(const std::string& view) {
                 attributes.value(QStringLiteral("class")).toString().toStdString();
         if (xml.name() == QLatin1String("property") &&
             attributes.value(QStringLiteral("name")) == QLatin1String("text"))
-            out.Texts.push_back(xml.readElementText(QXmlStreamReader::IncludeChildElements)
-                                    .toStdString());
+            out.Texts.push_back(
+                xml.readElementText(QXmlStreamReader::IncludeChildElements).toStdString());
     }
     return out;
 }
 
 TEST(Forms, AgreeWithTheRecordsAndHoldNoWords) {
     DeskWorld world;
-    const std::set<std::string> ours{"central", "menuBar", "barOperation", "barStatus",
-                                     "panelSide", "markStatus"};
+    const std::set<std::string> ours{"central",   "menuBar",   "barOperation",
+                                     "barStatus", "panelSide", "markStatus"};
     for (const View* view : AllViews()) {
         const UiFile ui = ReadUi(view->Name);
         EXPECT_TRUE(ui.Texts.empty()) << view->Name << ": the words live in the records";
@@ -115,7 +115,7 @@ TEST(Forms, DisabledDrawingsAreGrey) {
     EXPECT_NE(icon.pixmap(24, QIcon::Normal).toImage(), icon.pixmap(24, QIcon::Disabled).toImage());
 }
 
-// --- the binder on a small view ---------------------------------------------------------------------
+// --- the binder on a small view -----------
 
 struct SmallView : View {
     SmallView() : View("frmSmall", "Small") {
@@ -192,10 +192,10 @@ TEST(Binder, TellsWhatIsMissingAndWhatIsOfAnotherClass) {
         window.findChild<QWidget*>(QStringLiteral("hsbSix"))
             ->setObjectName(QStringLiteral("chkTwo"));
     });
-    EXPECT_EQ(form.Missing(), (std::vector<std::string>{
-                                  "frmSmall.cmdOne is not in the form",
-                                  "frmSmall.chkTwo is of another class in the form",
-                                  "frmSmall.hsbSix is not in the form"}));
+    EXPECT_EQ(form.Missing(),
+              (std::vector<std::string>{"frmSmall.cmdOne is not in the form",
+                                        "frmSmall.chkTwo is of another class in the form",
+                                        "frmSmall.hsbSix is not in the form"}));
 }
 
 TEST(Binder, TheUsersActsReachTheRecordsOnce) {
@@ -325,7 +325,7 @@ TEST(Binder, ATimerTicksWhileItIsOn) {
     EXPECT_EQ(ticks, 3);
 }
 
-// --- the desk ---------------------------------------------------------------------------------------
+// --- the desk -----------
 
 TEST(Desk, ActsDuringACommandAreSwallowedAndNotQueued) {
     SmallWorld w;
@@ -419,7 +419,6 @@ TEST(Desk, AMessageBoxIsAQuestionWithItsDefault) {
     };
     EXPECT_EQ(answer(Qt::Key_Return), Answer::No);  // the default button
     EXPECT_EQ(answer(Qt::Key_Escape), Answer::No);
-
 }
 
 /// Acts on the dialog that a call opens.
@@ -432,15 +431,20 @@ void OnDialog(std::function<void(Dialog&)> act) {
     });
 }
 
-constexpr const char* TWO_KINDS = "Nippon high Pressure Data File (*.npd)|*.npd|"
-                                  "Express File (*.xbm)|*.xbm";
+constexpr const char* TWO_KINDS =
+    "Nippon high Pressure Data File (*.npd)|*.npd|"
+    "Express File (*.xbm)|*.xbm";
 
 TEST(Desk, TheOpenDialogGivesTheChosenFilesAndTheFilter) {
     DeskWorld w;
     const std::string folder = w.Folder.path().toStdString();
     std::ofstream(folder + "/one.xba") << "x";
-    const FileDialog dialog{.Title = "Open", .Filter = TWO_KINDS, .FilterIndex = 2,
-                            .Folder = folder, .Name = {}, .Multiple = true};
+    const FileDialog dialog{.Title = "Open",
+                            .Filter = TWO_KINDS,
+                            .FilterIndex = 2,
+                            .Folder = folder,
+                            .Name = {},
+                            .Multiple = true};
     QStringList filters;
     OnDialog<QFileDialog>([&](QFileDialog& box) {
         filters = box.nameFilters();
@@ -461,8 +465,11 @@ TEST(Desk, TheOpenDialogGivesTheChosenFilesAndTheFilter) {
 TEST(Desk, TheSaveDialogAddsTheExtensionOfItsFilter) {
     DeskWorld w;
     const std::string folder = w.Folder.path().toStdString();
-    const FileDialog dialog{.Title = "Save", .Filter = TWO_KINDS, .FilterIndex = 2,
-                            .Folder = folder, .Name = "abc_SMT"};
+    const FileDialog dialog{.Title = "Save",
+                            .Filter = TWO_KINDS,
+                            .FilterIndex = 2,
+                            .Folder = folder,
+                            .Name = "abc_SMT"};
     OnDialog<QFileDialog>([](QFileDialog& box) {
         QTest::keyClick(box.findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), Qt::Key_Return);
     });

@@ -113,8 +113,8 @@ struct DeskWorld {
     /// Opens the menus down to the item with the mouse and clicks it.
     void ClickOn(const Menu& item) {
         Form& form = *Desk.FormOfView(item.Owner);
-        auto* top = form.findChild<QMenu*>(QString::fromStdString(item.Parent) +
-                                           QStringLiteral("_items"));
+        auto* top =
+            form.findChild<QMenu*>(QString::fromStdString(item.Parent) + QStringLiteral("_items"));
         ASSERT_NE(top, nullptr);
         QMenuBar* bar = form.menuBar();
         QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(top->menuAction()).center());

@@ -26,8 +26,7 @@ using Names = std::vector<std::string>;
 int PixelsOf(const QImage& image, Colour colour) {
     int n = 0;
     for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            n += image.pixelColor(x, y) == ToQt(colour) ? 1 : 0;
+        for (int x = 0; x < image.width(); ++x) n += image.pixelColor(x, y) == ToQt(colour) ? 1 : 0;
     return n;
 }
 
@@ -44,7 +43,8 @@ TEST(Journey, OpenSmoothBackgroundAndTheCaptionFollows) {
     world.Open({world.Write("first.npd", FIVE_LINES)});
     EXPECT_EQ(RowNames(), (Names{"first.npd"}));
     EXPECT_TRUE(world.Main().windowTitle().contains(QStringLiteral("first.npd")));
-    EXPECT_GT(PixelsOf(test::PaperOf(world, frmVaelAna.picGraph[0]), store.GraphList[0].Color), 200);
+    EXPECT_GT(PixelsOf(test::PaperOf(world, frmVaelAna.picGraph[0]), store.GraphList[0].Color),
+              200);
     EXPECT_EQ(PixelsOf(test::PaperOf(world, frmVaelAna.picGraph[1]), store.GraphList[0].Color), 0);
 
     world.ClickOn(frmVaelAna.cmdOperation[3]);
@@ -66,8 +66,8 @@ TEST(Journey, TheFitButtonsPlaceThePeaksOfTheSpectrum) {
         return -1;
     }();
     ASSERT_GE(row, 0);
-    const auto slot = static_cast<std::size_t>(
-        store.GraphList[static_cast<std::size_t>(row)].DataNo);
+    const auto slot =
+        static_cast<std::size_t>(store.GraphList[static_cast<std::size_t>(row)].DataNo);
     const PeakTable& peaks = store.PeakTables[slot];
     ASSERT_EQ(peaks.PeakNum, static_cast<int>(FIVE_LINES.size()));
     for (std::size_t k = 0; k < FIVE_LINES.size(); ++k)
@@ -88,8 +88,9 @@ TEST(Journey, AutoFittingOfGoldPlacesItsStrongestReflection) {
     bool found = false;
     // The README of the measured spectra has gold 1 1 1 at channel 1036.93.
     for (int k = 0; k < store.PeakTables[slot].PeakNum; ++k)
-        found = found || std::fabs(store.PeakTables[slot].Peak[static_cast<std::size_t>(k)].Position -
-                                   1036.93) < 1.0;
+        found =
+            found || std::fabs(store.PeakTables[slot].Peak[static_cast<std::size_t>(k)].Position -
+                               1036.93) < 1.0;
     EXPECT_TRUE(found);
     EXPECT_TRUE(world.Faults.empty());
 }
@@ -121,7 +122,7 @@ TEST(Journey, ARowIsHiddenAndShownByItsChip) {
     EXPECT_EQ(PixelsOf(test::PaperOf(world, frmVaelAna.picGraph[0]), colour), 0);
     world.ClickOn(frmVaelAna.chkGrp[10]);  // and into the other window
     EXPECT_GT(PixelsOf(test::PaperOf(world, frmVaelAna.picGraph[1]), colour), 200);
-    world.ClickOn(frmVaelAna.chkGrp[5]);   // an empty row stays empty
+    world.ClickOn(frmVaelAna.chkGrp[5]);  // an empty row stays empty
     EXPECT_EQ(frmVaelAna.chkGrp[5].Value, 0);
     EXPECT_FALSE(world.Widget<QCheckBox>(frmVaelAna, "chkGrp_5").isChecked());
 }
@@ -177,11 +178,13 @@ TEST(Journey, TheAxisStandsExactlyBelowThePlot) {
     DeskWorld world;
     auto& plot = world.Widget(frmVaelAna, "picGraph_0");
     auto& axis = world.Widget(frmVaelAna, "picSubScale");
-    EXPECT_EQ(plot.mapTo(&world.Main(), QPoint(0, 0)).x(), axis.mapTo(&world.Main(), QPoint(0, 0)).x());
+    EXPECT_EQ(plot.mapTo(&world.Main(), QPoint(0, 0)).x(),
+              axis.mapTo(&world.Main(), QPoint(0, 0)).x());
     EXPECT_EQ(plot.width(), axis.width());
     auto& strip = world.Widget(frmVaelAna, "picScaleY_0");
     EXPECT_EQ(strip.height(), plot.height() + 16);
-    EXPECT_EQ(strip.mapTo(&world.Main(), QPoint(0, 8)).y(), plot.mapTo(&world.Main(), QPoint(0, 0)).y());
+    EXPECT_EQ(strip.mapTo(&world.Main(), QPoint(0, 8)).y(),
+              plot.mapTo(&world.Main(), QPoint(0, 0)).y());
 }
 
 TEST(Journey, LeavingGoesThroughTheProgramsOwnCommand) {
@@ -189,8 +192,8 @@ TEST(Journey, LeavingGoesThroughTheProgramsOwnCommand) {
     world.Main().close();
     DeskWorld::Settle();
     EXPECT_TRUE(world.Desk.HasQuit);
-    EXPECT_TRUE(std::filesystem::exists((world.Folder.path() + QStringLiteral("/VaelAna.ini"))
-                                            .toStdString()));
+    EXPECT_TRUE(std::filesystem::exists(
+        (world.Folder.path() + QStringLiteral("/VaelAna.ini")).toStdString()));
 }
 
 TEST(Journey, TheDataFolderIsFilledOnceAndNotOverwritten) {

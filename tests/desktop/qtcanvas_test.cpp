@@ -40,7 +40,7 @@ TEST_P(AtDensity, ExclusiveOrDrawnTwiceRestoresEveryPixel) {
         for (const double width : {1.0, 2.0, 3.0}) {
             sheet.Pen.DrawWidth = width;
             sheet.Pen.Line(50.3, 10.0, 50.3, 60.0, INK);
-            sheet.Pen.Line(50.3, 60.0, 52.3, 60.8, INK);   // joined, and aslant
+            sheet.Pen.Line(50.3, 60.0, 52.3, 60.8, INK);  // joined, and aslant
             sheet.Pen.Line(10.0, 5.0, 190.0, 95.0, INK);
             sheet.Pen.Line(50.3, 10.0, 50.3, 60.0, Rgb(255, 255, 255));
         }

@@ -1,4 +1,4 @@
-// Screenshots of the window for a person to look at, in light and dark, at single and double density.
+// Screenshots of the window for a person to look at: light, dark, at single and double density.
 #include "deskworld.h"
 
 #include <QPalette>
@@ -16,7 +16,6 @@ QPalette Dark() {
     dark.setColor(QPalette::Base, QColor(32, 34, 37));
     dark.setColor(QPalette::AlternateBase, QColor(40, 43, 46));
     dark.setColor(QPalette::Text, QColor(225, 227, 230));
-    dark.setColor(QPalette::PlaceholderText, QColor(130, 134, 140));
     dark.setColor(QPalette::Button, QColor(56, 60, 65));
     dark.setColor(QPalette::ButtonText, QColor(225, 227, 230));
     dark.setColor(QPalette::Highlight, QColor(61, 132, 201));
@@ -36,7 +35,8 @@ void Shoot(QWidget& widget, const std::string& name) {
     const QPixmap picture = widget.grab();
     ASSERT_TRUE(picture.save(QString::fromStdString((folder / file).string())));
     // With VAEL_APPROVE set, what was looked at and found good becomes the picture of the manual.
-    if (scale > 1 || !qEnvironmentVariableIsSet("VAEL_APPROVE")) return;
+    static const std::set<std::string> shown{"opened", "fitted", "fitted_dark", "log"};
+    if (scale > 1 || !shown.contains(name) || !qEnvironmentVariableIsSet("VAEL_APPROVE")) return;
     const std::filesystem::path manual = std::filesystem::path(VAEL_SOURCE_DIR) / "docs/images";
     std::filesystem::create_directories(manual);
     ASSERT_TRUE(picture.save(QString::fromStdString((manual / file).string())));

@@ -78,9 +78,9 @@ TEST_F(DrawScale, BelowTenItIsTheLogAxisOfSevenDecades) {
 TEST_F(DrawScale, LabelsEndAtTheAxisAndAreCentredOnTheirTick) {
     Labels(300);
     // 100 x 200 pixels are 100 x 100: " 300" is 24 wide, half of 10 pixels of height is 2.5.
-    EXPECT_EQ(Lines(), (Strings{"text 88 2.5 #000000 s9:  0", "text 76 35.8333 #000000 s9:  100",
-                                "text 76 69.1667 #000000 s9:  200",
-                                "text 76 102.5 #000000 s9:  300"}));
+    EXPECT_EQ(Lines(),
+              (Strings{"text 88 2.5 #000000 s9:  0", "text 76 35.8333 #000000 s9:  100",
+                       "text 76 69.1667 #000000 s9:  200", "text 76 102.5 #000000 s9:  300"}));
 }
 
 TEST_F(DrawScale, ThePlainStripIsGivenBackInPixels) {
@@ -136,16 +136,16 @@ TEST_F(DrawScale, LowerAxisTextsFollowTheUnit) {
 TEST_F(DrawScale, ThePlainStripHasAnAxisFiveTicksAndLabels) {
     surface = RecordingSurface(4095.0, 100.0);  // a pixel is a channel, and one of the 100 up
     EXPECT_EQ(XLabels(0), (Strings{"1", "1025", "2049", "3073", "4096"}));
-    EXPECT_EQ(Lines(), (Strings{"line 0 100 4095 100 #000000",     //
-                                "line 0 100 0 94 #000000",         // a tick is 0.6 x 10
-                                "text 0 94 #000000 s9: 1",         // would start at -3
-                                "line 1024 100 1024 94 #000000",   //
-                                "text 1012 94 #000000 s9: 1025",   //
-                                "line 2048 100 2048 94 #000000",   //
-                                "text 2036 94 #000000 s9: 2049",   //
-                                "line 3072 100 3072 94 #000000",   //
-                                "text 3060 94 #000000 s9: 3073",   //
-                                "line 4095 100 4095 94 #000000",   // on the last shown channel
+    EXPECT_EQ(Lines(), (Strings{"line 0 100 4095 100 #000000",       //
+                                "line 0 100 0 94 #000000",           // a tick is 0.6 x 10
+                                "text 0 94 #000000 s9: 1",           // would start at -3
+                                "line 1024 100 1024 94 #000000",     //
+                                "text 1012 94 #000000 s9: 1025",     //
+                                "line 2048 100 2048 94 #000000",     //
+                                "text 2036 94 #000000 s9: 2049",     //
+                                "line 3072 100 3072 94 #000000",     //
+                                "text 3060 94 #000000 s9: 3073",     //
+                                "line 4095 100 4095 94 #000000",     // on the last shown channel
                                 "text 4071 94 #000000 s9: 4096"}));  // ends at the right edge
     EXPECT_EQ(axis.TickNum, 5);
     EXPECT_EQ(axis.ScaleValues[1], 1025.0);
@@ -252,7 +252,7 @@ TEST_F(DrawScale, SteppingGoesThroughTheListAndStopsAtItsEnds) {
     EXPECT_EQ(StepFullScale(100, -1), 80);
     EXPECT_EQ(StepFullScale(10, -1), 10);
     EXPECT_EQ(StepFullScale(10000000, 1), 10000000);
-    EXPECT_EQ(StepFullScale(70, 1), 80);   // typed between two entries
+    EXPECT_EQ(StepFullScale(70, 1), 80);  // typed between two entries
     EXPECT_EQ(StepFullScale(70, -1), 60);
     EXPECT_EQ(StepFullScale(50000000, -1), 10000000);
     EXPECT_EQ(StepFullScale(3, 1), 10);

@@ -75,8 +75,8 @@ TEST_F(DrawSpect, AStepIsOneUpTo716Channels) {
 TEST_F(DrawSpect, ALineJoinsTheCountsFromTheFirstShownChannelOn) {
     Show({5, 7, 0, 50});
     engine.PlotGraph(0, 0);
-    EXPECT_EQ(Lines(), (Strings{"line 0 5 1 7 #00ff00", "line 1 7 2 0 #00ff00",
-                                "line 2 0 3 50 #00ff00"}));
+    EXPECT_EQ(Lines(),
+              (Strings{"line 0 5 1 7 #00ff00", "line 1 7 2 0 #00ff00", "line 2 0 3 50 #00ff00"}));
 }
 
 TEST_F(DrawSpect, ThePictureRunsFromTheFirstToTheLastChannelAndUpToTheFullScale) {
@@ -148,8 +148,8 @@ TEST_F(DrawSpect, AStrokeTakesTheColourOfTheChannelItEndsAt) {
     engine.SetPlotColor(0, 0, 1, 2, RED);
     engine.SetPlotColor(0, 0, 2, 2, 0);  // 0 gives it back to the graph's colour
     engine.PlotGraph(0, 0);
-    EXPECT_EQ(Lines(), (Strings{"line 0 1 1 2 #ff0000", "line 1 2 2 3 #00ff00",
-                                "line 2 3 3 4 #00ff00"}));
+    EXPECT_EQ(Lines(),
+              (Strings{"line 0 1 1 2 #ff0000", "line 1 2 2 3 #00ff00", "line 2 3 3 4 #00ff00"}));
 }
 
 TEST_F(DrawSpect, TheLogAxisCountsDecadesAndLeavesNoughtAtTheBottom) {
@@ -214,8 +214,8 @@ TEST_F(DrawSpect, PaintKeepsTheRulesOfTheLogAxisAndOfPaper) {
     Show({1, -3, 1000, 90000000});
     engine.Target(0).Printing = true;
     engine.PlotGraphPaint(0, 0);
-    EXPECT_EQ(Lines(), (Strings{"line 1 0 1 0 #000000", "line 2 0 2 3 #000000",
-                                "line 3 0 3 7 #000000"}));
+    EXPECT_EQ(Lines(),
+              (Strings{"line 1 0 1 0 #000000", "line 2 0 2 3 #000000", "line 3 0 3 7 #000000"}));
 }
 
 TEST_F(DrawSpect, PlotGraphAloneDrawsNoPaint) {
@@ -416,12 +416,12 @@ TEST_F(DrawSpect, MarksDrawnTwiceAreGoneAndReplottingDrawsThemOnce) {
     engine.RegisterMark(0, 1, {0.5, 0}, {0.5, 100}, RED, 3);
     engine.RegisterMark(0, 2, {0.7, 0}, {0.7, 100}, RED);
     engine.Replot(0);
-    EXPECT_EQ(Lines(), (Strings{"clear #000000", "line 0 5 1 7 #00ff00",
-                                "line 0.5 0 0.5 100 #ff0000 w3 xor",
-                                "line 0.7 0 0.7 100 #ff0000 xor"}));
+    EXPECT_EQ(Lines(),
+              (Strings{"clear #000000", "line 0 5 1 7 #00ff00", "line 0.5 0 0.5 100 #ff0000 w3 xor",
+                       "line 0.7 0 0.7 100 #ff0000 xor"}));
     engine.RemoveMarks(0, 1);
-    EXPECT_EQ(Lines(), (Strings{"clear #000000", "line 0 5 1 7 #00ff00",
-                                "line 0.7 0 0.7 100 #ff0000 xor"}));
+    EXPECT_EQ(Lines(),
+              (Strings{"clear #000000", "line 0 5 1 7 #00ff00", "line 0.7 0 0.7 100 #ff0000 xor"}));
     EXPECT_EQ(canvas.DrawMode, DRAW_COPY);
     EXPECT_EQ(canvas.DrawWidth, 1.0);
     engine.Replot(0);
@@ -497,9 +497,9 @@ TEST_F(DrawSpect, EachSymbolShapeStaysInItsSquare) {
     Show({0, 0});
     surface = RecordingSurface(100.0, 100.0);
     engine.SetChannelRange(0, 1, 101);
-    for (const auto shape : {SymbolShape::Plus, SymbolShape::Cross, SymbolShape::Square,
-                             SymbolShape::Diamond, SymbolShape::Up, SymbolShape::Down,
-                             SymbolShape::Bar}) {
+    for (const auto shape :
+         {SymbolShape::Plus, SymbolShape::Cross, SymbolShape::Square, SymbolShape::Diamond,
+          SymbolShape::Up, SymbolShape::Down, SymbolShape::Bar}) {
         engine.ClearRegistrations();
         engine.WithdrawGraph(0, 0);
         engine.RegisterSymbol(0, 50.0, 50.0, shape, RED, 8);
