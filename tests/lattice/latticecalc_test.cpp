@@ -201,6 +201,25 @@ TEST(CalcLattice, AHexagonalMarkerMultipliesItsErrorsByTheCubes) {
     EXPECT_EQ(values.LatticeLength[4], "90.00000");
 }
 
+TEST(CalcLattice, SeedsChooseTheReflectionsAndTheFilesCellIsTheReference) {
+    Bench bench;
+    MakeCubic(bench, "Au Gold", 4.0);
+    bench.Graph.AddD(2.1);  // 2 0 0 of a = 4.2: far from the file's cell
+    for (const std::int16_t mode : {MODE_SAMPLE, MODE_MARKER}) {
+        CalcRequest request = RequestFor(*bench.State, 0, mode, 27.0, 0);
+        EXPECT_EQ(CalcLattice(*bench.State, request, bench.Graph.Source(), bench.Voice).Status,
+                  CalcStatus::TooFewLines);
+        request.Seed = {4.19, 4.19, 4.19, 90, 90, 90};
+        const LatticeValues values =
+            CalcLattice(*bench.State, request, bench.Graph.Source(), bench.Voice);
+        ASSERT_EQ(values.Status, CalcStatus::Ok);
+        EXPECT_EQ(values.V0, 64.0);
+        EXPECT_NEAR(values.X, 1.157625, 1e-6);  // 1.05^3
+        EXPECT_EQ(bench.State->FitData.CurrentSeed[0], 4.19);
+        ClearMatchTable(*bench.State, 0);
+    }
+}
+
 TEST(CalcLattice, AKeyWithoutAScaleGivesBoxesAndNoPressure) {
     Bench bench;
     MakeCubic(bench, "NaCl Sodium chloride", 5.6402);

@@ -178,6 +178,25 @@ TEST(Open, TheVerticalScaleFollowsTheHighestCountOfItsWindow) {
     EXPECT_EQ(Engine().Target(0).YTop, 800);
 }
 
+TEST(Open, AGraphOfTheOtherWindowOrAHiddenOneDoesNotSetTheScale) {
+    Rows w;
+    w.Open({w.Spectrum("a.npd", 200, 700), w.Spectrum("b.npd", 200, 30000)});
+    EXPECT_EQ(YFullScale(0), 40000);
+    SetGraph(1, 1, 1, "");
+    AutoScale(0);
+    EXPECT_EQ(YFullScale(0), 800);
+    AutoScale(1);
+    EXPECT_EQ(YFullScale(1), 40000);
+    store.GraphList[1].WinNo = 0;
+    store.GraphList[1].Visible = FALSE_WORD;
+    AutoScale(0);
+    EXPECT_EQ(YFullScale(0), 800);
+    frmVaelAna.ckbVtAuto.Value = 0;
+    store.GraphList[1].Visible = TRUE_WORD;
+    AutoScale(0);
+    EXPECT_EQ(YFullScale(0), 800) << "only while the automatic scale is on";
+}
+
 TEST(Rows, TheShowSwitchesFollowTheStyleAndTheWindow) {
     Rows w;
     VaelAnaView& v = frmVaelAna;

@@ -405,6 +405,46 @@ TEST(Fit, TheBackRowsOfANaxRunCarryTheSourcesPropertyAndTheirBits) {
     }
 }
 
+TEST(Fit, TheSettingsAndTheGraphsAngleReachTheRun) {
+    Panel w;
+    w.Open();
+    settings.EACPS = 0.75;
+    settings.ISPPK = 31.0;
+    settings.FuncType = SHAPE_MIX;
+    store.PropertyRecords[0].Param.TwoTheta = -6.5;
+    const NaxSettings run = NaxSettingsFor(0);
+    EXPECT_EQ(run.EACPS, 0.75);
+    EXPECT_EQ(run.ISPPK, 31.0);
+    EXPECT_EQ(run.FuncType, SHAPE_MIX);
+    EXPECT_EQ(run.TwoTheta, 6.5);
+    settings.EACPS = 1e6;  // no curvature is as strong
+    w.Desk.ExpectQuestion("NO PEAKS ARE FOUND");
+    w.Desk.ExpectQuestion("Fit Failed");
+    Click(frmVaelAna.cmdOperation[2]);
+    EXPECT_EQ(GraphNo(), 2) << "the source's row, which two empty ones moved down";
+}
+
+TEST(Fit, TheFitGraphHasThePropertyOfItsSource) {
+    Panel w;
+    w.Open();
+    Click(frmVaelAna.cmdOperation[2]);
+    const PropertyRecord& prop = Item(store.PropertyRecords, GetGraphDataNo(RowOfName("Fit")));
+    EXPECT_EQ(prop.Param.TwoTheta, 10.0);
+    EXPECT_EQ(prop.Param.EgcCoef[1], 0.03);
+    EXPECT_EQ(prop.SampleName.Trimmed(), "Au");
+}
+
+TEST(Fit, ARowThatIsAFitGraphTakesItsFitItself) {
+    Panel w;
+    w.Open();
+    store.PropertyRecords[0].Param.DerivedFlags = DERIVED_FIT;
+    Click(frmVaelAna.cmdOperation[2]);
+    EXPECT_EQ(Names(), "BackRemv BackGraund Fit");
+    EXPECT_EQ(GetGraphDataNo(RowOfName("Fit")), 0);
+    EXPECT_EQ(CountAt("Fit", 450), 0) << "the curve of its peaks stands in place of its counts";
+    EXPECT_NEAR(CountAt("Fit", 300), 2000, 60);
+}
+
 TEST(AutoFitting, SmoothsRemovesTheBackgroundAndFitsTheRest) {
     Panel w;
     w.Open();
