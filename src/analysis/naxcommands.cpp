@@ -47,7 +47,8 @@ FitPlace PlaceForFit(int source) {
     return {InsertGraph(), 0};
 }
 
-/// Curve, property and peaks of `source` into the fit graph; bit 16 on that slot and on no other, so
+/// Curve, property and peaks of `source` into the fit graph; bit 16 on that slot and on no other,
+/// so
 /// that no fit overwrites counts.
 void ShowFit(int window, int source) {
     const FitPlace place = PlaceForFit(source);
@@ -82,8 +83,7 @@ void NaxAllFit(int window, int graph) {
     Item(store.PeakTables, slot) = PeakTable{};
     const auto state = std::make_unique<NaxState>();
     const NaxSettings run = NaxSettingsFor(slot);
-    const NaxResult result =
-        NaxFitAll(Item(store.SpectrumDatas, slot), run, *state, FitTalk());
+    const NaxResult result = NaxFitAll(Item(store.SpectrumDatas, slot), run, *state, FitTalk());
     if (result.Peaks.empty()) {
         TellStatus("Fit: no peaks were found.");
         return;

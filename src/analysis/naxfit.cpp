@@ -237,7 +237,8 @@ private:
     std::array<double, NAX_PARAMS> start_{};
 };
 
-/// Errors of the last solve into the full list: of the free ones their own, of the linked ones their
+/// Errors of the last solve into the full list: of the free ones their own, of the linked ones
+/// their
 /// master's times the ratio, of the fixed ones 0.
 void TakeErrors(NaxState& state) {
     const Columns columns = ColumnsOf(state);

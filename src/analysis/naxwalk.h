@@ -14,10 +14,12 @@
 namespace vael {
 
 /// What the tables of a run leave open, each with the reason for it. The figures behind them are
-/// those of 150 seeded spectra of each kind, never of a measured one: docs/numerics.md has them with
+/// those of 150 seeded spectra of each kind, never of a measured one: docs/numerics.md has them
+/// with
 /// the command that makes them.
 struct NaxFilledIn {
-    /// Rounds of "fit the peaks, then the background with the peaks taken off". A line of full width
+    /// Rounds of "fit the peaks, then the background with the peaks taken off". A line of full
+    /// width
     /// 20 comes out at 19.79 after one, 19.87 after three; each further one costs a fit.
     int Rounds = 3;
     /// A step that raises the sum of squares is halved so many times at most. A guard for weak
@@ -32,7 +34,8 @@ struct NaxFilledIn {
     /// The least full width in channels: below two channels nothing is sampled. The most is the
     /// reach of a region beyond its candidates (entry 6): what is as wide is background.
     double LeastFwhm = 2.0;
-    /// Two peaks nearer than this share of the larger full width are one: a search by parabolas over
+    /// Two peaks nearer than this share of the larger full width are one: a search by parabolas
+    /// over
     /// 21 channels does not tell such a pair, so the lower one has wandered there. Beside strong
     /// peaks with skirts it takes away 384 of 839 left-over ones.
     double LeastApart = 0.5;
@@ -94,7 +97,8 @@ struct NaxResult {
 };
 
 /// The automatic run: search, groups, fits. The log gets a line for each group (its channels, its
-/// peaks, "CONV", "MXST" or "DIV ") and for each refused peak; with no peak left the words "NO PEAKS
+/// peaks, "CONV", "MXST" or "DIV ") and for each refused peak; with no peak left the words "NO
+/// PEAKS
 /// ARE FOUND" are said. `state` is cleared first; NaxBackground in it is the image of the groups'
 /// backgrounds, 0 where no group reached. Faults: those of the fit.
 NaxResult NaxFitAll(const SpectrumData& spectrum, const NaxSettings& settings, NaxState& state,

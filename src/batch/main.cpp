@@ -5,15 +5,15 @@
 #include "batch/road.h"
 #include "core/fault.h"
 #include "core/text.h"
-#include "files/wholefile.h"
+#include "core/wholefile.h"
 
+#include <unistd.h>  // is standard error a terminal
 #include <filesystem>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <set>
 #include <thread>
-#include <unistd.h>  // is standard error a terminal
 
 namespace {
 

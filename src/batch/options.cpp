@@ -14,8 +14,8 @@ namespace vael {
 namespace {
 
 constexpr const char* FOOTER = R"(
-Each spectrum goes the road of the window: smoothed, freed of its background, fitted by the NAX fitter
-without help, matched to the crystal, refined to a cell, and, with a pressure marker, turned into a
+Each spectrum goes the road of the window: smoothed, freed of its background, fitted by the NAX
+fitter without help, matched to the crystal, refined to a cell, and, with a pressure marker, turned into a
 pressure. Spectra: .npd, .xbm, .xba and .xbm under numeric extensions.
 
 Examples:
@@ -23,8 +23,8 @@ Examples:
   vael-batch --crystal CeO2 --reflections "1 1 1,2 0 0,2 2 0" --format json CeO2H.npd
   vael-batch --crystal MgO --temperature 810.3K --out pages MgO_0019_d0.npd
 
-Exit status: 0 when every file gave a result, 1 when some did not (each is named with its reason), 2 for
-a wrong call.)";
+Exit status: 0 when every file gave a result, 1 when some did not (each is named with its reason),
+2 for a wrong call.)";
 
 /// "25", "25C" or "298.15 K".
 void TakeTemperature(const std::string& text, BatchOptions& options) {
@@ -36,8 +36,10 @@ void TakeTemperature(const std::string& text, BatchOptions& options) {
     }
     const auto value = ParseNumber(number);
     if (!value)
-        throw CLI::ValidationError("--temperature", "a number with C or K behind it was expected, "
-                                                    "not \"" + text + "\"");
+        throw CLI::ValidationError("--temperature",
+                                   "a number with C or K behind it was expected, "
+                                   "not \"" +
+                                       text + "\"");
     options.Temperature = *value;
     options.Unit = unit;
 }
@@ -51,90 +53,124 @@ double PositiveNumber(const char* option, const std::string& text) {
 
 }  // namespace
 
-BatchCall ReadCall(int count, const char* const* words) {
-    BatchOptions options;
-    CLI::App app{"vael-batch reduces energy-dispersive diffraction spectra to peaks, cell and pressure."};
-    app.footer(FOOTER);
-    std::string mode;
-    std::string reflections;
-    std::string outliers = "drop";
-    std::string temperature;
-    std::string calibration = "file";
-    std::string bg;
-    std::string width;
-    std::string pickup;
-    std::string twoTheta;
-    std::string smooth;
-    std::string format = "table";
-    std::string fit = "nax";
-    app.add_option("FILE", options.Files, "Spectra to reduce")->required();
+namespace {
+
+/// Options as they are typed, before they are understood.
+struct Typed {
+    std::string Mode, Reflections, Temperature, Bg, Width, Pickup, TwoTheta, Smooth;
+    std::string Outliers = "drop";
+    std::string Calibration = "file";
+    std::string Format = "table";
+    std::string Fit = "nax";
+};
+
+void AddLatticeOptions(CLI::App& app, Typed& typed, BatchOptions& options) {
     app.add_option("--crystal", options.Crystal,
-                   "Crystal of crystal.dat by its key or its full name, the first match; without it "
-                   "only the peaks are fitted");
-    app.add_option("--mode", mode, "sample or marker (default: marker when the key has a pressure scale)")
+                   "Crystal of crystal.dat by its key or its full name, the first match; without "
+                   "it only the peaks are fitted");
+    app.add_option("--mode", typed.Mode,
+                   "sample or marker (default: marker when the key has a pressure scale)")
         ->check(CLI::IsMember({"sample", "marker"}));
-    app.add_option("--reflections", reflections,
+    app.add_option("--reflections", typed.Reflections,
                    "Only these reflections take part, such as \"2 0 0,2 2 0\"");
-    app.add_option("--outliers", outliers,
-                   "drop: leave out doubled and foreign peaks as a careful user does; keep: use all rows")
+    app.add_option("--outliers", typed.Outliers,
+                   "drop: leave out doubled and foreign peaks as a careful user does; keep: use "
+                   "all rows")
         ->check(CLI::IsMember({"keep", "drop"}))
         ->capture_default_str();
-    app.add_option("--temperature", temperature,
-                   "Temperature of the marker with C or K behind it, such as 27C or 300K (default: the "
-                   "spectrum's own)");
-    app.add_option("--two-theta", twoTheta, "Diffraction angle 2 theta in degrees (default: the spectrum's own)");
-    app.add_option("--calibration", calibration,
-                   "file: each spectrum's own energy polynomial; default: the one of the parameter file")
+    app.add_option("--temperature", typed.Temperature,
+                   "Temperature of the marker with C or K behind it, such as 27C or 300K "
+                   "(default: the spectrum's own)");
+    app.add_option("--two-theta", typed.TwoTheta,
+                   "Diffraction angle 2 theta in degrees (default: the spectrum's own)");
+    app.add_option("--calibration", typed.Calibration,
+                   "file: each spectrum's own energy polynomial; default: the one of the "
+                   "parameter file")
         ->check(CLI::IsMember({"file", "default"}))
         ->capture_default_str();
-    app.add_option("--pickup", pickup, "Half width in angstrom of d within which a reflection takes a peak (default 0.03)");
-    app.add_option("--fit", fit, "Fitter")->check(CLI::IsMember({"nax"}))->capture_default_str();
-    app.add_option("--bg-coefficient", bg,
-                   "How strong a peak's curvature must be (default 0.2); auto sets it from the spectrum's "
-                   "median count");
-    app.add_option("--peak-width", width, "Largest peak width in channels (default 20)");
-    app.add_option("--smooth", smooth, "Smoothing points, or off")
+    app.add_option("--pickup", typed.Pickup,
+                   "Half width in angstrom of d within which a reflection takes a peak (default "
+                   "0.03)");
+}
+
+void AddFitOptions(CLI::App& app, Typed& typed) {
+    app.add_option("--fit", typed.Fit, "Fitter")
+        ->check(CLI::IsMember({"nax"}))
+        ->capture_default_str();
+    app.add_option("--bg-coefficient", typed.Bg,
+                   "How strong a peak's curvature must be (default 0.2); auto sets it from the "
+                   "spectrum's median count");
+    app.add_option("--peak-width", typed.Width,
+                   "Peak width in channels for the search (default 20)");
+    app.add_option("--smooth", typed.Smooth, "Smoothing points, or off (default 5)")
         ->check(CLI::IsMember({"5", "7", "9", "11", "off"}));
+}
+
+void AddRunOptions(CLI::App& app, Typed& typed, BatchOptions& options) {
+    app.add_option("FILE", options.Files, "Spectra to reduce")->required();
     app.add_option("--data", options.DataFolder, "Folder of crystal.dat and the parameter files")
         ->check(CLI::ExistingDirectory);
     app.add_option("--out", options.OutFolder,
                    "Folder that receives for each file its peak list (CSV) and its page (SVG)");
-    app.add_option("--format", format, "Result on standard output: table, csv or json")
+    app.add_option("--format", typed.Format, "Result on standard output: table, csv or json")
         ->check(CLI::IsMember({"table", "csv", "json"}))
         ->capture_default_str();
-    app.add_option("--jobs", options.Jobs, "Worker processes (default: all cores); the result does not depend on it")
+    app.add_option("--jobs", options.Jobs,
+                   "Worker processes (default: all cores); the result does not depend on it")
         ->check(CLI::Range(1, 256));
+}
 
+void TakeReflections(const std::string& text, BatchOptions& options) {
+    try {
+        options.Rules.Reflections = ParseReflections(text);
+    } catch (const Fault& fault) {
+        throw CLI::ValidationError("--reflections", fault.what());
+    }
+}
+
+void Understand(const Typed& typed, BatchOptions& options) {
+    if (!typed.Mode.empty()) options.Mode = typed.Mode == "marker" ? MODE_MARKER : MODE_SAMPLE;
+    if (!typed.Reflections.empty()) TakeReflections(typed.Reflections, options);
+    options.Rules.DropOutliers = typed.Outliers == "drop";
+    if (!typed.Temperature.empty()) TakeTemperature(typed.Temperature, options);
+    options.DefaultCalibration = typed.Calibration == "default";
+    if (!typed.TwoTheta.empty()) options.TwoTheta = PositiveNumber("--two-theta", typed.TwoTheta);
+    if (!typed.Pickup.empty()) options.Pickup = PositiveNumber("--pickup", typed.Pickup);
+    options.AutoBg = typed.Bg == "auto";
+    if (!typed.Bg.empty() && !options.AutoBg)
+        options.BgCoefficient = PositiveNumber("--bg-coefficient", typed.Bg);
+    if (!typed.Width.empty()) options.PeakWidth = PositiveNumber("--peak-width", typed.Width);
+    if (typed.Smooth == "off")
+        options.Smooth = -1;
+    else if (!typed.Smooth.empty())
+        options.Smooth = (static_cast<int>(Number(typed.Smooth)) - 5) / 2;  // 5, 7, 9, 11 points
+    options.Format = typed.Format == "json"  ? BatchFormat::Json
+                     : typed.Format == "csv" ? BatchFormat::Csv
+                                             : BatchFormat::Table;
+    if (options.Crystal.empty() && (options.Mode || !options.Rules.Reflections.empty()))
+        throw CLI::ValidationError("--crystal", "is needed for --mode and --reflections");
+}
+
+}  // namespace
+
+BatchCall ReadCall(int count, const char* const* words) {
+    BatchOptions options;
+    Typed typed;
+    CLI::App app{
+        "vael-batch reduces energy-dispersive diffraction spectra to peaks, cell and pressure."};
+    app.footer(FOOTER);
+    AddLatticeOptions(app, typed, options);
+    AddFitOptions(app, typed);
+    AddRunOptions(app, typed, options);
     try {
         app.parse(count, words);
-        if (!mode.empty()) options.Mode = mode == "marker" ? MODE_MARKER : MODE_SAMPLE;
-        if (!reflections.empty()) {
-            try {
-                options.Rules.Reflections = ParseReflections(reflections);
-            } catch (const Fault& fault) {
-                throw CLI::ValidationError("--reflections", fault.what());
-            }
-        }
-        options.Rules.DropOutliers = outliers == "drop";
-        if (!temperature.empty()) TakeTemperature(temperature, options);
-        options.DefaultCalibration = calibration == "default";
-        if (!twoTheta.empty()) options.TwoTheta = PositiveNumber("--two-theta", twoTheta);
-        if (!pickup.empty()) options.Pickup = PositiveNumber("--pickup", pickup);
-        options.AutoBg = bg == "auto";
-        if (!bg.empty() && !options.AutoBg) options.BgCoefficient = PositiveNumber("--bg-coefficient", bg);
-        if (!width.empty()) options.PeakWidth = PositiveNumber("--peak-width", width);
-        if (!smooth.empty())
-            options.Smooth = smooth == "off" ? -1 : (static_cast<int>(Number(smooth)) - 5) / 2;
-        options.Format = format == "json"  ? BatchFormat::Json
-                         : format == "csv" ? BatchFormat::Csv
-                                           : BatchFormat::Table;
-        if (options.Crystal.empty() && (options.Mode || !options.Rules.Reflections.empty()))
-            throw CLI::ValidationError("--crystal", "is needed for --mode and --reflections");
+        Understand(typed, options);
     } catch (const CLI::ParseError& error) {
         std::ostringstream out;
         std::ostringstream err;
         const int code = app.exit(error, out, err);
-        return {.Options = std::nullopt, .Text = out.str() + err.str(), .Status = code == 0 ? 0 : 2};
+        return {
+            .Options = std::nullopt, .Text = out.str() + err.str(), .Status = code == 0 ? 0 : 2};
     }
     return {.Options = std::move(options), .Text = {}, .Status = 0};
 }

@@ -13,22 +13,22 @@ enum class BatchFormat { Table, Csv, Json };
 
 struct BatchOptions {
     std::vector<std::string> Files;
-    std::string Crystal;                     // key, full name or both; empty: peaks only
-    std::optional<std::int16_t> Mode;        // MODE_SAMPLE or MODE_MARKER; none: by the key
+    std::string Crystal;               // key, full name or both; empty: peaks only
+    std::optional<std::int16_t> Mode;  // MODE_SAMPLE or MODE_MARKER; none: by the key
     RowRules Rules;
-    std::optional<double> Temperature;       // in Unit; none: each spectrum's own, in Celsius
+    std::optional<double> Temperature;  // in Unit; none: each spectrum's own, in Celsius
     int Unit = 0;
-    std::optional<double> TwoTheta;          // degrees; none: each spectrum's own
+    std::optional<double> TwoTheta;  // degrees; none: each spectrum's own
     bool DefaultCalibration = false;
-    std::optional<double> Pickup;            // angstrom
+    std::optional<double> Pickup;  // angstrom
     std::optional<double> BgCoefficient;
     bool AutoBg = false;
-    std::optional<double> PeakWidth;         // channels
-    std::optional<int> Smooth;               // list index 0 to 3; -1 off
-    std::string DataFolder;                  // crystal.dat and the parameter files
-    std::string OutFolder;                   // empty: no peak lists, no pages
+    std::optional<double> PeakWidth;  // channels
+    std::optional<int> Smooth;        // list index 0 to 3; -1 off
+    std::string DataFolder;           // crystal.dat and the parameter files
+    std::string OutFolder;            // empty: no peak lists, no pages
     BatchFormat Format = BatchFormat::Table;
-    int Jobs = 0;                            // 0: all cores
+    int Jobs = 0;  // 0: all cores
 };
 
 /// What came of reading a command line: options, or a text to print and the status to end with.

@@ -3,6 +3,9 @@
 
 #include "core/fault.h"
 
+#include <poll.h>  // processes and pipes of the system
+#include <sys/wait.h>
+#include <unistd.h>
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
@@ -10,9 +13,6 @@
 #include <cstring>
 #include <map>
 #include <optional>
-#include <poll.h>  // processes and pipes of the system
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 namespace vael {
@@ -135,7 +135,8 @@ private:
         ::close(worker.To);
         ::close(worker.From);
         int status = 0;
-        while (::waitpid(worker.Process, &status, 0) < 0 && errno == EINTR) {}
+        while (::waitpid(worker.Process, &status, 0) < 0 && errno == EINTR) {
+        }
         worker = Worker{};
         if (WIFSIGNALED(status))
             return std::string("its worker was ended by signal ") +
@@ -152,8 +153,10 @@ private:
     Outcomes Take() {
         std::vector<pollfd> polls;
         for (const Worker& worker : workers_)
-            polls.push_back({.fd = worker.Job >= 0 ? worker.From : -1, .events = POLLIN, .revents = 0});
-        while (::poll(polls.data(), polls.size(), -1) < 0 && errno == EINTR) {}
+            polls.push_back(
+                {.fd = worker.Job >= 0 ? worker.From : -1, .events = POLLIN, .revents = 0});
+        while (::poll(polls.data(), polls.size(), -1) < 0 && errno == EINTR) {
+        }
         Outcomes out;
         for (std::size_t k = 0; k < workers_.size(); ++k) {
             if (polls[k].revents == 0) continue;

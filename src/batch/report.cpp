@@ -112,14 +112,17 @@ std::string JsonObject(const RoadResult& result) {
 }
 
 std::string CsvHead() {
-    return Line({"file", "status", "message", "channels", "temperature_C", "two_theta", "peaks",
-                 "used", "system", "a", "a_error", "b", "b_error", "c", "c_error", "alpha",
-                 "alpha_error", "beta", "beta_error", "gamma", "gamma_error", "V", "V_error", "V_V0",
-                 "V_V0_error", "scale", "GPa", "GPa_error"});
+    return Line({"file",       "status", "message",     "channels", "temperature_C", "two_theta",
+                 "peaks",      "used",   "system",      "a",        "a_error",       "b",
+                 "b_error",    "c",      "c_error",     "alpha",    "alpha_error",   "beta",
+                 "beta_error", "gamma",  "gamma_error", "V",        "V_error",       "V_V0",
+                 "V_V0_error", "scale",  "GPa",         "GPa_error"});
 }
 
 std::string CsvRow(const RoadResult& result) {
-    std::vector<std::string> f{result.File, result.Status, result.Message,
+    std::vector<std::string> f{result.File,
+                               result.Status,
+                               result.Message,
                                result.Channels > 0 ? std::to_string(result.Channels) : "",
                                result.TemperatureC ? Short(*result.TemperatureC) : "",
                                result.TwoTheta ? Short(*result.TwoTheta) : "",
@@ -131,7 +134,8 @@ std::string CsvRow(const RoadResult& result) {
             f.push_back(Short(result.Cell->CellNow[k]));
             f.push_back(Short(result.Cell->CellError[k]));
         }
-        for (const double value : {result.Cell->V, result.Cell->dV, result.Cell->X, result.Cell->dX})
+        for (const double value :
+             {result.Cell->V, result.Cell->dV, result.Cell->X, result.Cell->dX})
             f.push_back(Short(value));
     } else {
         f.resize(f.size() + 17);
@@ -197,12 +201,13 @@ std::string TableText(const std::vector<std::vector<std::string>>& rows) {
 }
 
 std::string PeakCsv(const RoadResult& result) {
-    std::string out = Line({"ch", "keV", "d", "fwhm_ch", "amplitude", "net", "h", "k", "l", "d_calc",
-                            "matched", "used"});
+    std::string out = Line({"ch", "keV", "d", "fwhm_ch", "amplitude", "net", "h", "k", "l",
+                            "d_calc", "matched", "used"});
     for (const RoadPeak& p : result.Peaks) {
         std::vector<std::string> f{Short(p.Ch),     Short(p.KeV),       Short(p.D),
                                    Short(p.FwhmCh), Short(p.Amplitude), Short(p.Net)};
-        for (std::size_t k = 0; k < 3; ++k) f.push_back(p.Index ? std::to_string((*p.Index)[k]) : "");
+        for (std::size_t k = 0; k < 3; ++k)
+            f.push_back(p.Index ? std::to_string((*p.Index)[k]) : "");
         f.push_back(p.DCalc ? Short(*p.DCalc) : "");
         f.push_back(p.Matched ? "1" : "0");
         f.push_back(p.Used ? "1" : "0");

@@ -35,10 +35,9 @@ std::vector<std::string> UntickedTexts(const std::vector<UntickedRow>& rows,
                                        const std::vector<RoadPeak>& peaks) {
     std::vector<std::pair<std::string, std::string>> byReason;
     for (const UntickedRow& row : rows) {
-        const std::string text =
-            std::to_string(row.Index[0]) + " " + std::to_string(row.Index[1]) + " " +
-            std::to_string(row.Index[2]) + " at " +
-            FormatNumber(Item(peaks, row.Row).Ch, "0.00");
+        const std::string text = std::to_string(row.Index[0]) + " " + std::to_string(row.Index[1]) +
+                                 " " + std::to_string(row.Index[2]) + " at " +
+                                 FormatNumber(Item(peaks, row.Row).Ch, "0.00");
         if (byReason.empty() || byReason.back().first != row.Reason)
             byReason.emplace_back(row.Reason, text);
         else
@@ -64,8 +63,8 @@ Road::Road(BatchOptions options, std::string dataFolder)
     crystals_ = ReadCrystalFile(folder_ + "/crystal.dat");
     crystal_ = static_cast<std::int16_t>(FindCrystal(crystals_, options_.Crystal));
     if (crystal_ < 0)
-        throw Fault(FaultNumber::Argument,
-                    folder_ + "/crystal.dat: there is no crystal \"" + options_.Crystal + "\" in it.");
+        throw Fault(FaultNumber::Argument, folder_ + "/crystal.dat: there is no crystal \"" +
+                                               options_.Crystal + "\" in it.");
     if (!options_.Mode) {
         const auto key = MarkerKey(Item(crystals_.Crystals, crystal_).Name);
         options_.Mode = FindScale(key) ? MODE_MARKER : MODE_SAMPLE;
@@ -104,7 +103,8 @@ RoadResult Road::Go(const std::string& file) {
         const int slot = GetGraphDataNo(0);
         result.Channels = Item(store.SpectrumDatas, slot).DataNo;
         if (result.Channels <= 0) {
-            result.Message = logged.empty() ? file + ": the spectrum has no channels." : logged.front();
+            result.Message =
+                logged.empty() ? file + ": the spectrum has no channels." : logged.front();
             return finish("unreadable");
         }
         Settle(slot);
@@ -136,7 +136,8 @@ void Road::Settle(int slot) const {
     if (options_.AutoBg) settings.EACPS = AutoBgCoefficient(Item(store.SpectrumDatas, slot));
     if (options_.Smooth) {
         settings.SmoothingOn = *options_.Smooth < 0 ? 0 : 1;
-        if (*options_.Smooth >= 0) settings.SmoothIndex = static_cast<std::int16_t>(*options_.Smooth);
+        if (*options_.Smooth >= 0)
+            settings.SmoothIndex = static_cast<std::int16_t>(*options_.Smooth);
     }
 }
 
@@ -176,9 +177,9 @@ void Road::Calculate(int slot, RoadResult& result) {
     Talk talk;
     talk.say = [&](std::string_view text, std::string_view) { said.emplace_back(text); };
 
-    RuledValues ruled = CalcByRules(
-        *state, RequestFor(*state, crystal_, *options_.Mode, temperature, unit), source,
-        options_.Rules, talk);
+    RuledValues ruled =
+        CalcByRules(*state, RequestFor(*state, crystal_, *options_.Mode, temperature, unit), source,
+                    options_.Rules, talk);
     result.System = Item(state->Table.Crystals, crystal_).System;
     const LatticeValues& values = ruled.Values;
     for (std::size_t i = 0; i < result.Peaks.size(); ++i) {
@@ -188,13 +189,12 @@ void Road::Calculate(int slot, RoadResult& result) {
         peak.Index = Hkl{row.H, row.K, row.L};
         peak.Matched = true;
         peak.Used = row.Excluded == FALSE_WORD;
-        peak.DCalc = values.Status == CalcStatus::Ok ? CalculatedD(values, result.System, row)
-                                                     : row.DCal;
+        peak.DCalc =
+            values.Status == CalcStatus::Ok ? CalculatedD(values, result.System, row) : row.DCal;
     }
     for (std::string& text : UntickedTexts(ruled.Unticked, result.Peaks))
         said.push_back(std::move(text));
-    if (!said.empty())
-        result.Message += (result.Message.empty() ? "" : "; ") + Joined(said);
+    if (!said.empty()) result.Message += (result.Message.empty() ? "" : "; ") + Joined(said);
     switch (values.Status) {
         case CalcStatus::Ok: break;
         case CalcStatus::TooFewLines: result.Status = "few-lines"; return;
@@ -260,13 +260,15 @@ PageBlock CellBlock(const RoadResult& result) {
 }
 
 PageTable PeakPageTable(const RoadResult& result) {
-    PageTable table{.Head = {"ch", "keV", "d / A", "fwhm", "net", "h k l", "d calc", "used"}, .Rows = {}};
+    PageTable table{.Head = {"ch", "keV", "d / A", "fwhm", "net", "h k l", "d calc", "used"},
+                    .Rows = {}};
     for (const RoadPeak& p : result.Peaks) {
         if (result.Cell && !p.Matched) continue;  // the peak list has them all
         table.Rows.push_back({FormatNumber(p.Ch, "0.00"), FormatNumber(p.KeV, "0.000"),
                               FormatNumber(p.D, "0.0000"), FormatNumber(p.FwhmCh, "0.00"),
                               FormatNumber(p.Net, "0"), p.Index ? HklText(*p.Index) : "",
-                              p.DCalc ? FormatNumber(*p.DCalc, "0.0000") : "", p.Used ? "yes" : ""});
+                              p.DCalc ? FormatNumber(*p.DCalc, "0.0000") : "",
+                              p.Used ? "yes" : ""});
     }
     return table;
 }
@@ -292,12 +294,13 @@ std::string Road::Page(const RoadResult& result) const {
     page.Dac = DacNow();
     for (const RoadPeak& p : result.Peaks)
         page.Peaks.push_back({.Ch = p.Ch - 1.0,
-                              .Label = p.Index ? HklText(*p.Index) + "  " + FormatNumber(p.D, "0.0000")
-                                               : FormatNumber(p.KeV, "0.00") + " keV",
+                              .Label = p.Index
+                                           ? HklText(*p.Index) + "  " + FormatNumber(p.D, "0.0000")
+                                           : FormatNumber(p.KeV, "0.00") + " keV",
                               .Used = p.Used || crystal_ < 0});
     PageBlock about{.Title = "Measurement", .Lines = {}};
-    about.Lines.emplace_back("Date", DateToShow(property.OpDate.View()) + " " +
-                                         TimeToShow(property.OpTime.View()));
+    about.Lines.emplace_back(
+        "Date", DateToShow(property.OpDate.View()) + " " + TimeToShow(property.OpTime.View()));
     about.Lines.emplace_back("2 theta", FormatNumber(property.Param.TwoTheta, "0.00000"));
     if (result.TemperatureC)
         about.Lines.emplace_back("Temperature / C", FormatNumber(*result.TemperatureC, "0.0"));

@@ -14,7 +14,7 @@ namespace vael {
 struct RoadPeak {
     double Ch = 0.0;  // 1-based
     double KeV = 0.0;
-    double D = 0.0;   // angstrom
+    double D = 0.0;  // angstrom
     double FwhmCh = 0.0;
     double Amplitude = 0.0;
     double Net = 0.0;
@@ -35,7 +35,7 @@ struct RoadResult {
     std::vector<RoadPeak> Peaks;
     std::optional<LatticeValues> Cell;  // calculated, with something to show
     int System = 0;
-    std::string Crystal;                // its full name
+    std::string Crystal;  // its full name
 };
 
 /// Everything a worker process holds: the store with its views is the process's own.

@@ -1,8 +1,8 @@
 // Code page 932, the encoding of every text in a file: conversion, and strings of a fixed size.
 #include "core/cp932.h"
 
-#include <cerrno>
 #include <iconv.h>  // the C library's converter; nothing else of the project touches it
+#include <cerrno>
 #include <stdexcept>
 
 namespace vael {
@@ -101,7 +101,8 @@ std::string FitCp932(std::string_view bytes, std::size_t count) {
     std::size_t at = 0;
     std::size_t taken = 0;
     for (; at < bytes.size() && taken < count; ++taken) {
-        const std::size_t width = std::min(bytes.size() - at, std::size_t{IsLead(bytes[at]) ? 2u : 1u});
+        const std::size_t width =
+            std::min(bytes.size() - at, std::size_t{IsLead(bytes[at]) ? 2u : 1u});
         out += bytes.substr(at, width);
         at += width;
     }

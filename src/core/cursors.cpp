@@ -37,8 +37,7 @@ void ShowCursorValues() {
         const int row = std::max(0, v.cboGrphSel[win].Index);
         const GraphEntry& entry = Item(store.GraphList, row);
         const SpectrumData& data = Item(store.SpectrumDatas, entry.DataNo);
-        v.inumCursorCnt[win].Value =
-            entry.State > 0 && ch < data.DataNo ? Item(data.Count, ch) : 0;
+        v.inumCursorCnt[win].Value = entry.State > 0 && ch < data.DataNo ? Item(data.Count, ch) : 0;
     }
 }
 

@@ -12,11 +12,11 @@ namespace vael {
 
 /// Numbers of the run-time errors, as the log and the status line name them.
 enum class FaultNumber : int {
-    Argument = 5,    // a value that an operation cannot work with
-    Overflow = 6,    // a whole number left its 16 or 32 bits
-    Subscript = 9,   // an index outside its table
-    Division = 11,   // a division by zero that no guard protects
-    Type = 13,       // a text that is no number
+    Argument = 5,   // a value that an operation cannot work with
+    Overflow = 6,   // a whole number left its 16 or 32 bits
+    Subscript = 9,  // an index outside its table
+    Division = 11,  // a division by zero that no guard protects
+    Type = 13,      // a text that is no number
     FileMissing = 53,
     FileAccess = 75,
     FileContent = 321,  // a file that is not in the form its reader expects
@@ -72,7 +72,7 @@ class Checked {
 public:
     constexpr Checked() = default;
     template <class Other>
-        requires std::is_integral_v<Other>
+    requires std::is_integral_v<Other>
     constexpr Checked(Other value) : value_(Fit(static_cast<std::int64_t>(value))) {}  // NOLINT
     constexpr operator T() const { return value_; }  // NOLINT: reads as the plain integer
 

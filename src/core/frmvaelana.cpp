@@ -16,8 +16,6 @@ namespace {
 
 void optEGC_Click(int index) {
     store.UseFileEgc = static_cast<std::int16_t>(index);
-    const ParamRecord& param = ParamInForce(DataNo());
-    SetEGCParam(param.EgcCoef);
     ShowCursorValues();
     XScaleDraw();
     TellStatus(index == 1 ? "Each spectrum's own calibration is in force."
@@ -47,22 +45,45 @@ void Resized() {
 /// Commands that come in a later release: their controls stand in their place and never work.
 void Withhold(VaelAnaView& v) {
     constexpr const char* LATER = "comes in a later release";
-    for (Control* control : std::initializer_list<Control*>{
-             &v.mnuSave, &v.mnuProperty, &v.mnuPrint, &v.mnuBatchPrint, &v.mnuCloseGraph,
-             &v.mnuCloseWin, &v.mnuGraphRaw, &v.mnuGraphSmt, &v.mnuGraphBack,
-             &v.mnuGraphBackRemoved, &v.mnuGraphFit, &v.mnuDot, &v.mnuLine, &v.mnuPaint,
-             &v.mnuColor, &v.mnuCalcSpect, &v.mnuPeakIns, &v.mnuPeakAllIns, &v.mnuPeakDelete,
-             &v.mnuPeakAllDelete, &v.mnuPeakJumpB, &v.mnuPeakJumpN, &v.mnuRoiStart, &v.mnuRoiEnd,
-             &v.mnuPeakColor, &v.mnuPeakReport, &v.mnuFitting, &v.mnuFittingAll, &v.mnuPeakSep,
-             &v.mnuExpressFit, &v.mnuSetCons, &v.mnuTaller, &v.mnuShoter, &v.mnuLogarithmic,
-             &v.mnuAutomatic, &v.mnuNorScale, &v.mnuExpandOn, &v.mnuExpandOff, &v.mnuExpandSetting,
-             &v.mnuCons, &v.mnuAtom, &v.mnuEditCrystalFile, &v.mnuMcaStart, &v.mnuMcaStop,
-             &v.mnuMcaClear, &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuHelp,
-             &v.mnuVersion, &v.cmdManualFitting, &v.cmdFitCancel, &v.cmdShowReport, &v.cmdMnSelGrp,
-             &v.Command1, &v.cmdWider, &v.cmdNarrower, &v.chkCsrType, &v.chkArea,
-             &v.chkPeakParameter, &v.ckbVtAuto, &v.ckbLogScale, &v.ckbNorScale, &v.itxtScaleY,
-             &v.hsbWidthY, &v.ckbExpand, &v.chkWinStyle, &v.txt2Theta, &v.hsbStartX, &v.inumScaleX,
-             &v.imnSpanCh, &v.inumCursorCh, &v.itxtNoRoi, &v.itxtNoPeak, &v.itxtGraphName}) {
+    for (Control* control :
+         std::initializer_list<Control*>{&v.mnuSave,          &v.mnuProperty,
+                                         &v.mnuPrint,         &v.mnuBatchPrint,
+                                         &v.mnuCloseGraph,    &v.mnuCloseWin,
+                                         &v.mnuGraphRaw,      &v.mnuGraphSmt,
+                                         &v.mnuGraphBack,     &v.mnuGraphBackRemoved,
+                                         &v.mnuGraphFit,      &v.mnuDot,
+                                         &v.mnuLine,          &v.mnuPaint,
+                                         &v.mnuColor,         &v.mnuCalcSpect,
+                                         &v.mnuPeakIns,       &v.mnuPeakAllIns,
+                                         &v.mnuPeakDelete,    &v.mnuPeakAllDelete,
+                                         &v.mnuPeakJumpB,     &v.mnuPeakJumpN,
+                                         &v.mnuRoiStart,      &v.mnuRoiEnd,
+                                         &v.mnuPeakColor,     &v.mnuPeakReport,
+                                         &v.mnuFitting,       &v.mnuFittingAll,
+                                         &v.mnuPeakSep,       &v.mnuExpressFit,
+                                         &v.mnuSetCons,       &v.mnuTaller,
+                                         &v.mnuShoter,        &v.mnuLogarithmic,
+                                         &v.mnuAutomatic,     &v.mnuNorScale,
+                                         &v.mnuExpandOn,      &v.mnuExpandOff,
+                                         &v.mnuExpandSetting, &v.mnuCons,
+                                         &v.mnuAtom,          &v.mnuEditCrystalFile,
+                                         &v.mnuMcaStart,      &v.mnuMcaStop,
+                                         &v.mnuMcaClear,      &v.mnuMcaPreset,
+                                         &v.mnuNonInter,      &v.mnuSchedule,
+                                         &v.mnuHelp,          &v.mnuVersion,
+                                         &v.cmdManualFitting, &v.cmdFitCancel,
+                                         &v.cmdShowReport,    &v.cmdMnSelGrp,
+                                         &v.Command1,         &v.cmdWider,
+                                         &v.cmdNarrower,      &v.chkCsrType,
+                                         &v.chkArea,          &v.chkPeakParameter,
+                                         &v.ckbVtAuto,        &v.ckbLogScale,
+                                         &v.ckbNorScale,      &v.itxtScaleY,
+                                         &v.hsbWidthY,        &v.ckbExpand,
+                                         &v.chkWinStyle,      &v.txt2Theta,
+                                         &v.hsbStartX,        &v.inumScaleX,
+                                         &v.imnSpanCh,        &v.inumCursorCh,
+                                         &v.itxtNoRoi,        &v.itxtNoPeak,
+                                         &v.itxtGraphName}) {
         control->Withheld = true;
         control->Tip = LATER;
     }
@@ -116,7 +137,8 @@ void Tips(VaelAnaView& v) {
 VaelAnaView::VaelAnaView() : View("frmVaelAna", "Vael (Data Analyze) --- ") {
     Tips(*this);
     Withhold(*this);
-    for (int unit = UNIT_CH; unit <= UNIT_2THETA; ++unit) cboUnitX.Items.push_back(UnitAbbrev(unit));
+    for (int unit = UNIT_CH; unit <= UNIT_2THETA; ++unit)
+        cboUnitX.Items.push_back(UnitAbbrev(unit));
     mnuWinType[0].Caption = "Line Up Graaph";
     mnuWinType[1].Caption = "Pile Up Graph";
     mnuLoad.Shortcut = "Ctrl+O";
@@ -128,7 +150,7 @@ VaelAnaView::VaelAnaView() : View("frmVaelAna", "Vael (Data Analyze) --- ") {
     mnuExpressFit.Checkable = true;
     lblFitter.Caption = "NaxFitting";
     fraWinHeight.Share = 0.64;  // the upper window holds what is worked on
-    optEGC[1].Value = true;  // a spectrum shows its own energies at once
+    optEGC[1].Value = true;     // a spectrum shows its own energies at once
     for (auto& box : inumCursorCnt) box.ReadOnly = true;
     for (auto& box : inumCursorDisp) box.ReadOnly = true;
     inumCursorCh.Value = 1.0;

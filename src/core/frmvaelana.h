@@ -13,10 +13,10 @@ struct VaelAnaView : View {
     VaelAnaView();
 
     // State of the view, read from outside by the accessors below.
-    int ActiveWin = 0;  // window 0 or 1 that has the focus of the commands
-    int UnitX = 0;      // axis unit of the cursor boxes
-    bool StatusFault = false;                 // the status line tells why a command ended
-    Colour StripInk = Rgb(50, 54, 60);        // of the axis strips: the desktop follows its palette
+    int ActiveWin = 0;                  // window 0 or 1 that has the focus of the commands
+    int UnitX = 0;                      // axis unit of the cursor boxes
+    bool StatusFault = false;           // the status line tells why a command ended
+    Colour StripInk = Rgb(50, 54, 60);  // of the axis strips: the desktop follows its palette
     Colour StripBack = Rgb(239, 240, 241);
 
     // --- menus
@@ -70,8 +70,7 @@ struct VaelAnaView : View {
     Menu mnuLogarithmic{*this, "mnuLogarithmic", "Logarithmic", "mnuView"};
     Menu mnuAutomatic{*this, "mnuAutomatic", "Automatic", "mnuView"};
     Menu mnuNorScale{*this, "mnuNorScale", "Normal Scale", "mnuView"};
-    ControlArray<Menu, 2> mnuWinType{
-        *this, "mnuWinType", std::string(), std::string("mnuView")};
+    ControlArray<Menu, 2> mnuWinType{*this, "mnuWinType", std::string(), std::string("mnuView")};
     Menu mnuExpandOn{*this, "mnuExpandOn", "Expand On", "mnuView"};
     Menu mnuExpandOff{*this, "mnuExpandOff", "Expand Off", "mnuView"};
     Menu mnuExpandSetting{*this, "mnuExpandSetting", "Expand Setting...", "mnuView"};

@@ -14,6 +14,7 @@
 #include "toolkit/hand.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace vael {
 namespace {
@@ -34,6 +35,20 @@ FileTalk ReaderTalk() {
     talk.say = [](std::string_view text) { Say(std::string(text)); };
     talk.log = [](std::string_view line) { PutLog(std::string(line)); };
     return talk;
+}
+
+/// The spectrum's own polynomial and 2 theta, whichever calibration is in force.
+void ShowOwnCalibration(int slot) {
+    const ParamRecord& param = Item(store.PropertyRecords, slot).Param;
+    SetEGCParam(param.EgcCoef);
+    frmVaelAna.txt2Theta.Text = FormatNumber(param.TwoTheta, "0.00000");
+}
+
+/// Whether every count can be taken off the largest full scale in 32 bits, as the engine does.
+bool CanBeDrawn(const SpectrumData& data) {
+    constexpr std::int32_t LOWEST = std::numeric_limits<std::int32_t>::min() + 10000001;
+    const auto end = data.Count.begin() + std::clamp<int>(data.DataNo, 0, MAX_CHANNELS);
+    return std::none_of(data.Count.begin(), end, [](std::int32_t count) { return count < LOWEST; });
 }
 
 /// A selector whose row is gone goes to the last row that is there.
@@ -124,21 +139,23 @@ void ReadGraph(int win, int row, const std::string& path, std::int16_t& ok) {
     const PathPieces pieces = SplitFilePath(path);
     frmVaelAna.Caption = TITLE + pieces.Base();
     const int slot = GetGraphSpace(-1);
-    SpectrumData& data = Item(store.SpectrumDatas, slot);  // with no free slot the command ends here
+    SpectrumData& data =
+        Item(store.SpectrumDatas, slot);  // with no free slot the command ends here
     Item(store.PeakTables, slot) = PeakTable{};
     // What the slot held before is gone; a form that carries no such bits brings none.
     Item(store.PropertyRecords, slot).Param.DerivedFlags = 0;
 
     const std::int16_t done =
-        ReadByExtension(path,
-                        {data, Item(store.PropertyRecords, slot), store.LastSourceType},
+        ReadByExtension(path, {data, Item(store.PropertyRecords, slot), store.LastSourceType},
                         Item(store.PeakTables, slot), ReaderTalk());
     if (done != TRUE_WORD) return;
 
+    if (!CanBeDrawn(data)) {
+        PutLog(path + ": a count is too far below zero to be drawn.");
+        return;
+    }
     SetGraph(win, row, slot, pieces.Base());
-    SetEGCParam(Item(store.PropertyRecords, slot).Param.EgcCoef);
-    frmVaelAna.txt2Theta.Text =
-        FormatNumber(Item(store.PropertyRecords, slot).Param.TwoTheta, "0.00000");
+    ShowOwnCalibration(slot);
     AutoScale(win);
     Change_cboGrphSel(win, row);
     ChangeActiveWin(win);
@@ -307,11 +324,7 @@ void cboGrphSel_Click(int win) {
     XScaleDraw();
     ChgAllCaption_chkGrp(win, row);
     v.itxtGraphName.Text = entry.State > 0 ? entry.Name : "";
-    if (entry.State > 0) {
-        const ParamRecord& param = ParamInForce(entry.DataNo);
-        SetEGCParam(param.EgcCoef);
-        v.txt2Theta.Text = FormatNumber(param.TwoTheta, "0.00000");
-    }
+    if (entry.State > 0) ShowOwnCalibration(entry.DataNo);
 }
 
 void Add_cboGraphSel() {
@@ -379,7 +392,7 @@ void chkGrp_Click(int win, int row) {
         RedrawWindow(win);
     }
     RefreshRows();
-    SetEGCParam(ParamInForce(entry.DataNo).EgcCoef);
+    SetEGCParam(Item(store.PropertyRecords, entry.DataNo).Param.EgcCoef);
 }
 
 }  // namespace vael

@@ -1,4 +1,4 @@
-// The operation panel: smoothing, background and fitting of the current row, and the rows they make.
+// The operation panel: smoothing, background and fitting of the current row, and their rows.
 #include "core/operations.h"
 
 #include "analysis/backgraund.h"
@@ -28,15 +28,18 @@ public:
 PropertyRecord& Property(int slot) { return Item(store.PropertyRecords, slot); }
 SpectrumData& Spectrum(int slot) { return Item(store.SpectrumDatas, slot); }
 
+/// Whether there is nothing to work on. With no row at all the shift of the rows says so.
 bool NothingThere() {
     if (Item(store.GraphList, GraphNo()).State != 0) return false;
+    if (store.GraphTotal == 0) {
+        (void)InsertGraph();
+        return true;
+    }
     TellStatus("There is no spectrum in this row.");
     return true;
 }
 
-bool HasFlag(int slot, std::uint16_t bit) {
-    return (Property(slot).Param.DerivedFlags & bit) != 0;
-}
+bool HasFlag(int slot, std::uint16_t bit) { return (Property(slot).Param.DerivedFlags & bit) != 0; }
 
 void SetFlag(int slot, std::uint16_t bit) { Property(slot).Param.DerivedFlags |= bit; }
 
@@ -82,8 +85,7 @@ DerivedCounts BackgroundOf(const SpectrumData& counts) {
     };
     BackGraund(settings.BackInterval, settings.BackTimes, out.Back.Count, counts.DataNo, talk);
     for (int i = 0; i < counts.DataNo; ++i) {
-        const Int32 difference =
-            Int32(Item(counts.Count, i)) - Int32(Item(out.Back.Count, i));
+        const Int32 difference = Int32(Item(counts.Count, i)) - Int32(Item(out.Back.Count, i));
         Item(out.Above.Count, i) = std::max<std::int32_t>(0, difference);
     }
     return out;
@@ -178,8 +180,7 @@ void mnuBackGround() {
     }
     SpectrumData& removed = Spectrum(slots.Removed);
     removed.DataNo = counts.DataNo;
-    for (int i = 0; i < counts.DataNo; ++i)
-        Item(removed.Count, i) = Item(derived.Above.Count, i);
+    for (int i = 0; i < counts.DataNo; ++i) Item(removed.Count, i) = Item(derived.Above.Count, i);
     SetFlag(slots.Removed, DERIVED_REMOVED);
     const int removedRow = removedNew ? 0 : RowFor(slots.Removed);
     SetDerived(removedRow, slots.Removed, NAME_REMOVED);
@@ -221,7 +222,8 @@ int MakeBackRows(int row) {
         SetDerived(at, slot, name);
     };
     const bool removedNew = slots.Removed != source;
-    if (slots.Back != source) empty(slots.Back, removedNew ? 1 : 0, DERIVED_BACKGROUND, NAME_BACKGROUND);
+    if (slots.Back != source)
+        empty(slots.Back, removedNew ? 1 : 0, DERIVED_BACKGROUND, NAME_BACKGROUND);
     if (removedNew) empty(slots.Removed, 0, DERIVED_REMOVED, NAME_REMOVED);
     return RowOfSlot(source);
 }
@@ -276,6 +278,7 @@ void cmdOperationInit() {
     auto& buttons = frmVaelAna.cmdOperation;
     buttons[0].Enabled = true;
     buttons[2].Enabled = true;
+    buttons[3].Enabled = true;  // "AutoFitting" had switched it off
     buttons[1].Enabled = false;
     buttons[4].Enabled = false;
 }

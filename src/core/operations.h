@@ -1,4 +1,4 @@
-// The operation panel: smoothing, background and fitting of the current row, and the rows they make.
+// The operation panel: smoothing, background and fitting of the current row, and their rows.
 #pragma once
 
 #include <array>
@@ -20,7 +20,8 @@ void cmdAutoFit();
 /// row. Messages: "Fit Failed".
 void NaxAreaFit(int win, int row);
 
-/// Two empty rows "BackGraund" and "BackRemv" with the property of the row; the source's new row, or
+/// Two empty rows "BackGraund" and "BackRemv" with the property of the row; the source's new row,
+/// or
 /// -1 when there is no room.
 [[nodiscard]] int MakeBackRows(int row);
 /// The NAX background into the row's slot: channels 0 to 4095 where it is not 0.

@@ -8,9 +8,9 @@
 #include "core/operations.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "core/wholefile.h"
 #include "core/windows.h"
 #include "files/filevael.h"
-#include "files/wholefile.h"
 #include "toolkit/hand.h"
 
 #include <algorithm>
@@ -217,7 +217,8 @@ void SetDefault() {
 }
 
 void DefaultColours() {
-    // Ten curve colours that keep 4.5 : 1 against the dark plot and stay apart for the colour blind;
+    // Ten curve colours that keep 4.5 : 1 against the dark plot and stay apart for the colour
+    // blind;
     // entries 10 to 13 are the slots that are never handed out; then the fixed roles.
     constexpr std::array<Colour, 14> CURVES{
         Rgb(255, 214, 79),  Rgb(86, 180, 233),  Rgb(120, 220, 130), Rgb(240, 140, 90),

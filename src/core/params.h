@@ -29,7 +29,8 @@ void DefaultColours();
 /// means that the data may go and the command continues.
 [[nodiscard]] std::int16_t CheckNoSave();
 
-/// Starts the program on its desk: faults go to the status line and the log, and the main view loads.
+/// Starts the program on its desk: faults go to the status line and the log, and the main view
+/// loads.
 void StartProgram(const std::string& programFolder);
 
 /// The main view's load, with the folder that holds the program's files (no closing separator).

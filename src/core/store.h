@@ -13,15 +13,15 @@ namespace vael {
 /// are the dialog's own values.
 struct Settings {
     std::int16_t FuncType = SHAPE_GAUSS;
-    std::int16_t SmoothIndex = 0;     // 0 "5 Point" to 3 "11 Point"
-    std::int16_t PeakThres = 10;      // 1 to 20
-    std::int16_t BackInterval = 20;   // channels
+    std::int16_t SmoothIndex = 0;    // 0 "5 Point" to 3 "11 Point"
+    std::int16_t PeakThres = 10;     // 1 to 20
+    std::int16_t BackInterval = 20;  // channels
     std::int16_t BackTimes = 5;
-    double EACPS = 0.2;               // "BG Coefficient"
-    double ISPPK = 20.0;              // "Peak Width(Ch)"
-    double Lambda = 0.49576;          // "Lambda(for DAC)", angstrom
-    double JudgeRange = 0.03;         // "Pickup range", angstrom of d
-    std::int16_t SmoothingOn = 1;     // 1 when the smooth button really smooths
+    double EACPS = 0.2;            // "BG Coefficient"
+    double ISPPK = 20.0;           // "Peak Width(Ch)"
+    double Lambda = 0.49576;       // "Lambda(for DAC)", angstrom
+    double JudgeRange = 0.03;      // "Pickup range", angstrom of d
+    std::int16_t SmoothingOn = 1;  // 1 when the smooth button really smooths
 
     /// The pick-up range of the matching is the same variable under its second name.
     [[nodiscard]] double& PickupRange() { return JudgeRange; }
@@ -44,16 +44,16 @@ struct Store {
     std::int16_t FitMode = 0;                // 0 NaxFitting, 1 ExpressFitting
     std::int16_t AreaFitDone = 0;            // -1 after a NAX run succeeded
     std::int16_t LastSourceType = 0;
-    std::int16_t FixedDefault = 1;           // 0: the parameter file has a second record
-    double DacOffset = 0.0;                  // degrees
-    double DacSlope = 0.0;                   // degrees a channel
+    std::int16_t FixedDefault = 1;  // 0: the parameter file has a second record
+    double DacOffset = 0.0;         // degrees
+    double DacSlope = 0.0;          // degrees a channel
     std::array<std::int32_t, MAX_CHANNELS> BackGroundBuf{};  // result of the NAX background
     std::string DataDrive;
     std::string DataFolder;
     std::string UserDataFolder;
-    std::string ProgramFolder;               // without a closing separator
+    std::string ProgramFolder;                    // without a closing separator
     std::array<std::uint8_t, 64> DisplayBlock{};  // loaded and saved whole, read by nothing
-    std::int16_t FilterIndex = 0;            // last filter of the file dialog
+    std::int16_t FilterIndex = 0;                 // last filter of the file dialog
 };
 
 inline Store store;
@@ -66,8 +66,8 @@ inline Settings settings;
 [[nodiscard]] const ParamRecord& ParamInForce(int slot);
 
 /// Clear helpers, each for one slot or for all 14 with -1. Faults: Subscript.
-void ClearProperty(int slot);    // texts to blanks, numbers to zero
-void ClearSpectrum(int slot);    // channel count and all counts to zero
-void SetDefaultEgc(int slot);    // polynomial and 2 theta from DefaultParam
+void ClearProperty(int slot);  // texts to blanks, numbers to zero
+void ClearSpectrum(int slot);  // channel count and all counts to zero
+void SetDefaultEgc(int slot);  // polynomial and 2 theta from DefaultParam
 
 }  // namespace vael

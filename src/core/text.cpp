@@ -31,7 +31,8 @@ Decimal Significant15(double value) {
         if (c != '.') out.Digits += c;
     const std::string_view power = text.substr(mark + 1);
     int exponent = 0;
-    std::from_chars(power.data() + (power[0] == '+' ? 1 : 0), power.data() + power.size(), exponent);
+    std::from_chars(power.data() + (power[0] == '+' ? 1 : 0), power.data() + power.size(),
+                    exponent);
     out.Exponent = exponent + 1;
     if (out.Digits.find_first_not_of('0') == std::string::npos) {
         out.Digits = "0";
@@ -148,9 +149,7 @@ double RoundHalfAway(double value, int digits) {
     return ParseNumber(text).value_or(0.0);
 }
 
-std::string WholeText(long long value) {
-    return (value < 0 ? "" : " ") + std::to_string(value);
-}
+std::string WholeText(long long value) { return (value < 0 ? "" : " ") + std::to_string(value); }
 
 std::string Trim(std::string_view text) {
     const auto first = text.find_first_not_of(" \t\r\n");

@@ -46,7 +46,7 @@ struct PathPieces {
     std::string Drive;   // with its ":"; always empty on a system without drive letters
     std::string Folder;  // with its closing separator
     std::string Name;
-    std::string Ext;     // without its point
+    std::string Ext;  // without its point
 
     /// The name with its extension: Name, and "." Ext when there is one.
     [[nodiscard]] std::string Base() const { return Ext.empty() ? Name : Name + "." + Ext; }

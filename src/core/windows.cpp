@@ -84,16 +84,13 @@ void ShowRange(int start, int span) {
         Engine().SetChannelRange(win, rangeStart + 1, rangeStart + span);
 }
 
-int RangeStart() { return rangeStart; }
-int RangeSpan() { return static_cast<int>(frmVaelAna.imnSpanCh.Value); }
-
 void RegisterRow(int row) {
     const GraphEntry& entry = Item(store.GraphList, row);
     WithdrawSlot(entry.DataNo);
     if (entry.State == 0 || entry.Visible == 0) return;
     const SpectrumData& data = Item(store.SpectrumDatas, entry.DataNo);
-    Engine().RegisterGraph(entry.WinNo, entry.DataNo, data.Count,
-                           std::max<int>(0, data.DataNo), entry.Color);
+    Engine().RegisterGraph(entry.WinNo, entry.DataNo, data.Count, std::max<int>(0, data.DataNo),
+                           entry.Color);
 }
 
 void WithdrawSlot(int slot) {

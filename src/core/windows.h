@@ -15,8 +15,6 @@ void WindowSetup();
 void WindowSpan();
 /// Shows `span` channels from the 0-based channel `start` on; both are held within SpanCh.
 void ShowRange(int start, int span);
-[[nodiscard]] int RangeStart();
-[[nodiscard]] int RangeSpan();
 
 /// Hands a row's spectrum to the engine in the row's window and colour.
 void RegisterRow(int row);
@@ -29,7 +27,7 @@ void AutoScale(int win);
 
 void RedrawWindow(int win);  // plot and count axis
 void RedrawBoth();
-void EraseWindows();         // takes all graphs off and clears both pictures
+void EraseWindows();  // takes all graphs off and clears both pictures
 
 /// The lower axis in the unit of `cboUnitX`, with the current graph's calibration in force.
 void XScaleDraw();

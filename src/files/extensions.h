@@ -12,8 +12,9 @@ namespace vael {
 struct FileKind {
     const char* Extension;  // lower case; "###" stands for an extension of digits only
     const char* Name;
-    bool Reads;
-    bool Writes;
+    /// nullptr where the form is only written.
+    std::int16_t (*Read)(const std::string& path, ReadTarget target, PeakTable& peaks,
+                         const FileTalk& talk);
 };
 
 /// In the order in which an extension is compared when reading.

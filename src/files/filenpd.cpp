@@ -4,14 +4,15 @@
 #include "core/fault.h"
 #include "core/text.h"
 #include "core/units.h"
-#include "files/wholefile.h"
+#include "core/wholefile.h"
 
 #include <algorithm>
 #include <sstream>
 
 // Layout: lines "key,value" that end in CR LF, read by position and not by key, code page 932.
 //   1 Record length   2 Sample name (the record's FileName)   3 Operator   4 Profile number (its
-//   SampleName)   5 Time   6 Measurement mode   7-9 EGC0-2   10 2Theta   11 Live time   12 Real time
+//   SampleName)   5 Time   6 Measurement mode   7-9 EGC0-2   10 2Theta   11 Live time   12 Real
+//   time
 //   13 Dead time   14 Temperature in kelvin   15 Press load   16 Ring status   17 Beam intensity
 //   18 Counting rate   19 Press   20 Incident slit   21 Receiving slit   22 Heating   23 Comment
 //   then, behind the counted header lines: Ram Stroke, Data length N, Counting sec, and N lines
@@ -122,7 +123,8 @@ void ReadHeader(Lines& lines, PropertyRecord& prop) {
     param.DeadTime = value("the dead time");
     param.Temperature = value("the temperature in kelvin") - KELVIN;
     param.PressLoad = value("the press load");
-    param.RingCurrent = lines.Value(Behind(lines.Next("the ring current"), '='), "the ring current");
+    param.RingCurrent =
+        lines.Value(Behind(lines.Next("the ring current"), '='), "the ring current");
     param.RingStatus = param.RingCurrent;
     param.IonChamber = value("the beam intensity");
     param.CountRate = value("the counting rate");

@@ -3,7 +3,7 @@
 
 #include "core/fault.h"
 #include "core/text.h"
-#include "files/wholefile.h"
+#include "core/wholefile.h"
 
 #include <memory>
 #include <sstream>
@@ -25,9 +25,13 @@ namespace {
 constexpr std::uint64_t OFFSET_COUNT = 1988;
 
 template <std::size_t N>
-void Text(PackedReader& in, FixedText<N>& text) { in.Text(text.Bytes); }
+void Text(PackedReader& in, FixedText<N>& text) {
+    in.Text(text.Bytes);
+}
 template <std::size_t N>
-void Text(PackedWriter& out, const FixedText<N>& text) { out.Text(text.View()); }
+void Text(PackedWriter& out, const FixedText<N>& text) {
+    out.Text(text.View());
+}
 
 /// The fields of the two blocks in file order, once for both directions.
 template <class Stream, class Prop>
@@ -63,12 +67,13 @@ void MeasureBlock(Stream& s, Param& p) {
     s.Field(p.RealTime);
     s.Field(p.LiveTime);
     s.Field(p.DerivedFlags);
-    for (auto* value : {&p.PressX, &p.PressY, &p.PressZ, &p.PressTZ, &p.HGonioX, &p.HGonioY,
-                        &p.HGonioZ, &p.HGonioSpare, &p.VGonioX, &p.VGonioY, &p.VGonioZ,
-                        &p.VGonioAngle, &p.PressLoad, &p.RamStroke, &p.Power, &p.Resistance,
-                        &p.RingStatus, &p.DeadTime, &p.InSlitV, &p.InSlitH, &p.InSlitX, &p.InSlitZ,
-                        &p.InSlitTY, &p.ReSlitV, &p.ReSlitH, &p.ReSlitX, &p.ReSlitZ, &p.ReSlitTY,
-                        &p.CollimatorSize, &p.Current2})
+    for (auto* value :
+         {&p.PressX,     &p.PressY,      &p.PressZ,      &p.PressTZ,        &p.HGonioX,
+          &p.HGonioY,    &p.HGonioZ,     &p.HGonioSpare, &p.VGonioX,        &p.VGonioY,
+          &p.VGonioZ,    &p.VGonioAngle, &p.PressLoad,   &p.RamStroke,      &p.Power,
+          &p.Resistance, &p.RingStatus,  &p.DeadTime,    &p.InSlitV,        &p.InSlitH,
+          &p.InSlitX,    &p.InSlitZ,     &p.InSlitTY,    &p.ReSlitV,        &p.ReSlitH,
+          &p.ReSlitX,    &p.ReSlitZ,     &p.ReSlitTY,    &p.CollimatorSize, &p.Current2})
         s.Field(*value);
     s.Bytes(p.Spare);
 }
@@ -98,9 +103,9 @@ void ReadBody(PackedReader& reader, ReadTarget target) {
     std::int16_t count = 0;
     reader.Field(count);
     if (count > MAX_CHANNELS)
-        throw Fault(FaultNumber::FileContent,
-                    "offset " + std::to_string(OFFSET_COUNT) +
-                        ": at most 8192 channels were expected, not " + std::to_string(count));
+        throw Fault(FaultNumber::FileContent, "offset " + std::to_string(OFFSET_COUNT) +
+                                                  ": at most 8192 channels were expected, not " +
+                                                  std::to_string(count));
     target.Data.DataNo = count;
     for (int i = 0; i < count; ++i) reader.Field(target.Data.Count[static_cast<std::size_t>(i)]);
     target.Prop.SourceType = SOURCE_NATIVE;
@@ -174,10 +179,10 @@ void ReadXbaBody(std::istream& in, ReadTarget target, PeakTable& peaks, std::str
         const std::uint64_t at = reader.Offset();
         PeakTable read{};
         reader.Field(read.PeakNum);
-        if (read.PeakNum > MAX_PEAKS)
-            throw Fault(FaultNumber::FileContent,
-                        "offset " + std::to_string(at) + ": at most 100 peaks were expected, not " +
-                            std::to_string(read.PeakNum));
+        if (read.PeakNum < 0 || read.PeakNum > MAX_PEAKS)
+            throw Fault(FaultNumber::FileContent, "offset " + std::to_string(at) +
+                                                      ": 0 to 100 peaks were expected, not " +
+                                                      std::to_string(read.PeakNum));
         for (int i = 0; i < read.PeakNum; ++i) PeakRow(reader, Item(read.Peak, i));
         peaks = read;
     }
@@ -235,8 +240,9 @@ std::int16_t SaveXta(const std::string& path, const SpectrumData& data, const Pr
                      const PeakTable&, const FileTalk& talk) {
     for (int i = 0; i < data.DataNo; ++i)
         if (const std::int32_t count = Item(data.Count, i); count > 999999 || count < -99999) {
-            talk.log(path + ": counts of seven characters stand in this form with no blank between "
-                            "them; keep the spectrum in another form too.");
+            talk.log(path +
+                     ": counts of seven characters stand in this form with no blank between "
+                     "them; keep the spectrum in another form too.");
             break;
         }
     return Writing(path, talk, false, [&](std::ostream& out) { WriteXtaText(out, data, prop); });

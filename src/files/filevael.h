@@ -45,8 +45,9 @@ std::int16_t LoadXba(const std::string& path, ReadTarget target, PeakTable& peak
 /// channels (record read, spectrum untouched).
 void ReadXbmBody(std::istream& in, ReadTarget target, std::string* note = nullptr);
 void WriteXbmBody(std::ostream& out, const SpectrumData& data, const PropertyRecord& prop);
-/// The same with the peak block behind it. Faults: FileContent for more than 100 peaks.
-void ReadXbaBody(std::istream& in, ReadTarget target, PeakTable& peaks, std::string* note = nullptr);
+/// The same with the peak block behind it. Faults: FileContent for peaks that are not 0 to 100.
+void ReadXbaBody(std::istream& in, ReadTarget target, PeakTable& peaks,
+                 std::string* note = nullptr);
 void WriteXbaBody(std::ostream& out, const SpectrumData& data, const PropertyRecord& prop,
                   const PeakTable& peaks);
 void WriteXtaText(std::ostream& out, const SpectrumData& data, const PropertyRecord& prop);

@@ -8,7 +8,8 @@ namespace vael {
 void PackedReader::Take(std::span<std::uint8_t> bytes, std::uint8_t filler) {
     std::streamsize got = 0;
     if (!short_) {
-        in_->read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+        in_->read(reinterpret_cast<char*>(bytes.data()),
+                  static_cast<std::streamsize>(bytes.size()));
         got = in_->gcount();
     }
     offset_ += static_cast<std::uint64_t>(got);

@@ -20,7 +20,7 @@ public:
     explicit PackedReader(std::istream& in) : in_(&in) {}
 
     template <class T>
-        requires std::is_arithmetic_v<T>
+    requires std::is_arithmetic_v<T>
     void Field(T& value) {
         std::array<std::uint8_t, sizeof(T)> bytes{};
         Take(bytes, 0);
@@ -53,7 +53,7 @@ public:
     explicit PackedWriter(std::ostream& out) : out_(&out) {}
 
     template <class T>
-        requires std::is_arithmetic_v<T>
+    requires std::is_arithmetic_v<T>
     void Field(T value) {
         std::array<char, sizeof(T)> bytes;
         std::memcpy(bytes.data(), &value, sizeof(T));

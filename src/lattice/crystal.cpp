@@ -4,12 +4,11 @@
 #include "core/cp932.h"
 #include "core/fault.h"
 #include "core/text.h"
+#include "core/wholefile.h"
 
 #include <cmath>
-#include <filesystem>
 #include <fstream>
 #include <istream>
-#include <system_error>
 
 namespace vael {
 namespace {
@@ -188,14 +187,7 @@ CrystalTable ReadCrystalFile(std::istream& in, std::string_view name) {
 }
 
 CrystalTable ReadCrystalFile(const std::string& path) {
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (status.type() == std::filesystem::file_type::not_found)
-        throw Fault(FaultNumber::FileMissing, path + ": there is no such crystal file.");
-    if (status.type() == std::filesystem::file_type::directory)
-        throw Fault(FaultNumber::FileAccess, path + ": a crystal file was expected, not a folder.");
-    std::ifstream in(path, std::ios::binary);
-    if (!in) throw Fault(FaultNumber::FileAccess, path + ": the crystal file cannot be read.");
+    std::ifstream in = OpenToRead(path);
     return ReadCrystalFile(in, path);
 }
 

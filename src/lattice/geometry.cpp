@@ -9,8 +9,7 @@
 namespace vael {
 namespace {
 
-constexpr double HEXAGONAL_FACTOR = 0.866025;  // six digits of sqrt(3)/2, as everywhere here
-constexpr double DAC_ENERGY = 1.111;           // stands where a DAC graph has no energy
+constexpr double DAC_ENERGY = 1.111;  // stands where a DAC graph has no energy
 constexpr double NO_DISTANCE = 99999.0;
 
 double Radians(double degrees) { return degrees * PI_DEGREES / 180.0; }

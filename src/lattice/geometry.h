@@ -5,6 +5,9 @@
 
 namespace vael {
 
+/// Takes the place of sqrt(3)/2 everywhere; deliberately these six digits.
+inline constexpr double HEXAGONAL_FACTOR = 0.866025;
+
 /// What a match reads of its graph. PickupRange is the half width of the window in angstrom.
 struct MatchSource {
     std::int16_t GraphNo = 0;  // row of the graph, 0 to 9; others match nothing

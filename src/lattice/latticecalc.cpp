@@ -10,8 +10,6 @@
 namespace vael {
 namespace {
 
-constexpr double HEXAGONAL_FACTOR = 0.866025;
-
 std::string WithError(double value, double error, std::string_view format,
                       std::string_view errorFormat) {
     return FormatNumber(value, format) + "+-" + FormatNumber(error, errorFormat);

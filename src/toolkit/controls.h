@@ -168,7 +168,7 @@ struct Picture : Control {
     /// The surface that the desktop gives it (nullptr: back to the blank one).
     void PutOn(Surface* surface);
     [[nodiscard]] Canvas& Paper() { return *canvas_; }
-    int Width;   // device pixels, kept by the desktop
+    int Width;  // device pixels, kept by the desktop
     int Height;
     Pointer Shape = Pointer::Arrow;
     std::uint64_t Painted = 0;  // raised by whoever drew on it, so that the desktop repaints

@@ -29,7 +29,8 @@ struct Question {
     }
 };
 
-/// An open or save dialog. The filter is a list "text|mask;mask|text|mask"; its index counts from 1.
+/// An open or save dialog. The filter is a list "text|mask;mask|text|mask"; its index counts from
+/// 1.
 struct FileDialog {
     std::string Title;
     std::string Filter;

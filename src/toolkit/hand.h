@@ -19,12 +19,12 @@ namespace vael {
 bool Click(Button& button);
 bool Click(Menu& item);
 bool Click(Option& option);
-bool Tick(CheckBox& box);              // toggles
-bool Tick(CheckBox& box, int value);   // nothing happens when it has that value
+bool Tick(CheckBox& box);             // toggles
+bool Tick(CheckBox& box, int value);  // nothing happens when it has that value
 bool Type(TextBox& box, const std::string& text);
 bool Type(NumberBox& box, const std::string& text);
-bool Leave(Control& box);              // the focus goes away from a text or number box
-bool PressEnter(Control& box);         // Enter in a text or number box
+bool Leave(Control& box);       // the focus goes away from a text or number box
+bool PressEnter(Control& box);  // Enter in a text or number box
 bool Pick(ListBox& list, int index);
 bool Pick(Tabs& tabs, int index);
 bool Scroll(ScrollBar& bar, int value);
@@ -48,13 +48,13 @@ bool Resize(View& view);
 [[nodiscard]] const Control* TypedBox();
 
 // --- The program's hand, where setting a value must run the control's own handler ---------------
-void Select(ListBox& list, int index);     // always, also for the same index
-void Set(CheckBox& box, int value);        // when the value differs
-void Set(Option& option);                  // when it is not set
-void Set(ScrollBar& bar, int value);       // when the value differs
-void Set(Tabs& tabs, int index);           // when it differs
+void Select(ListBox& list, int index);            // always, also for the same index
+void Set(CheckBox& box, int value);               // when the value differs
+void Set(Option& option);                         // when it is not set
+void Set(ScrollBar& bar, int value);              // when the value differs
+void Set(Tabs& tabs, int index);                  // when it differs
 void Put(TextBox& box, const std::string& text);  // runs Change when the text differs
-void Put(NumberBox& box, double value);    // runs Change when the value differs
+void Put(NumberBox& box, double value);           // runs Change when the value differs
 
 // --- Commands -----------------------------------------------------------------------------------
 /// True while a command runs.

@@ -10,8 +10,20 @@ namespace vael {
 class View;
 
 enum class ControlKind {
-    Button, CheckBox, Option, TextBox, NumberBox, ListBox, Label, Frame, Grid, Tabs, ScrollBar,
-    Picture, Timer, Menu
+    Button,
+    CheckBox,
+    Option,
+    TextBox,
+    NumberBox,
+    ListBox,
+    Label,
+    Frame,
+    Grid,
+    Tabs,
+    ScrollBar,
+    Picture,
+    Timer,
+    Menu
 };
 
 /// What every control has. Assignment to its members only assigns: handlers run through the hands
@@ -36,8 +48,18 @@ struct Control {
 
 /// A key as a view's preview sees it.
 struct KeyPress {
-    enum class Name { Other, Left, Right, Up, Down, Add, Subtract, Decimal, Enter, Escape } Key =
-        Name::Other;
+    enum class Name {
+        Other,
+        Left,
+        Right,
+        Up,
+        Down,
+        Add,
+        Subtract,
+        Decimal,
+        Enter,
+        Escape
+    } Key = Name::Other;
     bool Shift = false;
     bool Ctrl = false;
     bool Alt = false;
@@ -59,7 +81,7 @@ public:
     bool Modal = false;      // shown modally by its callers
     bool StaysLive = false;  // works while a command of another view runs (the log view)
 
-    std::function<void()> Closing;                    // the close box; hides the view when empty
+    std::function<void()> Closing;  // the close box; hides the view when empty
     std::function<void()> Resized;
     std::function<bool(const KeyPress&)> KeyPreview;  // true when it took the key
 

@@ -11,9 +11,9 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <sys/wait.h>
 #include <array>
 #include <cstdio>
-#include <sys/wait.h>
 
 using namespace vael;
 using Json = nlohmann::json;
@@ -71,8 +71,8 @@ void ExpectCentres(const Json& result, const std::vector<double>& channels) {
 
 // --- measured spectra with known answers ---------------------------------------------------------
 
-#define NEEDS(name)                                                     \
-    const std::string file = Measured(name);                            \
+#define NEEDS(name)                          \
+    const std::string file = Measured(name); \
     if (file.empty()) GTEST_SKIP() << "the measured spectra are not here"
 
 TEST(MeasuredRoad, GoldWireInAir) {
@@ -81,8 +81,8 @@ TEST(MeasuredRoad, GoldWireInAir) {
     EXPECT_EQ(r["status"], "ok");
     EXPECT_NEAR(Value(r["cell"]["a"]), 4.0786, 0.0006);
     EXPECT_NEAR(Value(r["pressure"]["GPa"]), 0.0, 0.15);
-    ExpectCentres(r, {733.05, 1037.57, 1217.15, 1271.08, 1468.26, 1600.27, 1641.85, 1798.64, 1908.25,
-                      2323.25});
+    ExpectCentres(r, {733.05, 1037.57, 1217.15, 1271.08, 1468.26, 1600.27, 1641.85, 1798.64,
+                      1908.25, 2323.25});
 }
 
 TEST(MeasuredRoad, TheXbmOfTheGoldWireGivesTheSame) {
@@ -97,8 +97,8 @@ TEST(MeasuredRoad, Ceria) {
                         "1 1 1,2 0 0,2 2 0,3 1 1,2 2 2,4 0 0,3 3 1,4 2 0,4 2 2,5 1 1", file});
     EXPECT_NEAR(Value(r["cell"]["a"]), 5.4115, 0.0007);
     EXPECT_TRUE(r["pressure"].is_null());
-    ExpectCentres(r, {607.47, 701.52, 992.33, 1163.72, 1215.53, 1403.58, 1529.58, 1569.31, 1719.08,
-                      1823.29});
+    ExpectCentres(
+        r, {607.47, 701.52, 992.33, 1163.72, 1215.53, 1403.58, 1529.58, 1569.31, 1719.08, 1823.29});
 }
 
 TEST(MeasuredRoad, TitaniumCarbide) {
@@ -110,8 +110,8 @@ TEST(MeasuredRoad, TitaniumCarbide) {
 
 TEST(MeasuredRoad, Corundum) {
     NEEDS("Al2O3_d0.npd");
-    const Json r = One({"--crystal", "Al2O3", "--reflections",
-                        "0 1 2,1 0 4,1 1 3,0 2 4,1 1 6,3 0 0", file});
+    const Json r =
+        One({"--crystal", "Al2O3", "--reflections", "0 1 2,1 0 4,1 1 3,0 2 4,1 1 6,3 0 0", file});
     EXPECT_NEAR(Value(r["cell"]["a"]), 4.761, 0.002);
     EXPECT_NEAR(Value(r["cell"]["c"]), 12.996, 0.006);
     ExpectCentres(r, {483.40, 659.70, 807.13, 967.59, 1051.52, 1225.97});
@@ -264,8 +264,8 @@ TEST(Batch, EachKindOfBadInputIsNamedAndTheOthersGoOn) {
     const std::string empty = folder.Write("empty.npd", "");
     const std::string emptyXbm = folder.Write("empty.xbm", "");
     const std::string flat = folder.Write("flat.npd", NpdText(GaussCounts(500, 40, {})));
-    const Ran ran = Batch({"--crystal", "Au", "--format", "json", cut, empty, emptyXbm, folder.Path(),
-                           folder.Path("absent.npd"), flat, good});
+    const Ran ran = Batch({"--crystal", "Au", "--format", "json", cut, empty, emptyXbm,
+                           folder.Path(), folder.Path("absent.npd"), flat, good});
     EXPECT_EQ(ran.Status, 1);
     const Json all = ran.Parsed();
     ASSERT_EQ(all.size(), 7u);
@@ -294,21 +294,24 @@ TEST(Batch, AFileWithoutReadPermissionIsNamed) {
     const std::string path = folder.Write("secret.npd", "x");
     std::filesystem::permissions(path, std::filesystem::perms(0600));
     std::filesystem::copy_file(VAEL_BATCH, folder.Path("vael-batch"));
-    const std::string line = "setpriv --reuid 65534 --clear-groups " + Quoted(folder.Path("vael-batch")) +
-                             " --format json " + Quoted(path) + " 2>/dev/null";
+    const std::string line = "setpriv --reuid 65534 --clear-groups " +
+                             Quoted(folder.Path("vael-batch")) + " --format json " + Quoted(path) +
+                             " 2>/dev/null";
     FILE* pipe = ::popen(line.c_str(), "r");
     ASSERT_NE(pipe, nullptr);
     std::string out;
     std::array<char, 4096> buffer;
     while (std::fgets(buffer.data(), buffer.size(), pipe) != nullptr) out += buffer.data();
     EXPECT_EQ(WEXITSTATUS(::pclose(pipe)), 1);
-    EXPECT_NE(Json::parse(out).at(0)["message"].get<std::string>().find("secret.npd: Permission denied"),
-              std::string::npos);
+    EXPECT_NE(
+        Json::parse(out).at(0)["message"].get<std::string>().find("secret.npd: Permission denied"),
+        std::string::npos);
 }
 
 TEST(Batch, TooFewLinesAreTold) {
     const TempFolder folder;
-    const std::string one = folder.Write("one.npd", NpdText(GaussCounts(1000, 40, {{500, 4000, 9}})));
+    const std::string one =
+        folder.Write("one.npd", NpdText(GaussCounts(1000, 40, {{500, 4000, 9}})));
     const Json r = One({"--crystal", "Au", one});
     EXPECT_EQ(r["status"], "few-lines");
     EXPECT_NE(r["message"].get<std::string>().find("計算するための回折線の数が少なすぎます。"),
@@ -377,7 +380,8 @@ TEST(Batch, AnOutFolderThatTakesNothingIsTold) {
 }
 
 TEST(Batch, AWrongCrystalIsAWrongCall) {
-    const Ran ran = Batch({"--crystal", "Kryptonite", VAEL_SOURCE_DIR "/data/samples/Au_2GPa_500K.npd"});
+    const Ran ran =
+        Batch({"--crystal", "Kryptonite", VAEL_SOURCE_DIR "/data/samples/Au_2GPa_500K.npd"});
     EXPECT_EQ(ran.Status, 2);
     EXPECT_NE(ran.Err.find("there is no crystal \"Kryptonite\""), std::string::npos);
     EXPECT_EQ(ran.Out, "");
@@ -385,7 +389,8 @@ TEST(Batch, AWrongCrystalIsAWrongCall) {
 
 TEST(Batch, ADamagedCrystalFileNamesItsLine) {
     const TempFolder folder;
-    folder.Write("crystal.dat", "1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n1\nAu,0,4,4,4,90,90,90\n1 1 1\n2 0\n");
+    folder.Write("crystal.dat",
+                 "1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n1\nAu,0,4,4,4,90,90,90\n1 1 1\n2 0\n");
     const Ran ran = Batch({"--crystal", "Au", VAEL_SOURCE_DIR "/data/samples/Au_2GPa_500K.npd"}, "",
                           folder.Path());
     EXPECT_EQ(ran.Status, 2);

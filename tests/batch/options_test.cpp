@@ -27,11 +27,12 @@ TEST(Options, DefaultsAreThoseOfTheWindow) {
 }
 
 TEST(Options, EachOptionIsRead) {
-    const BatchCall call = Call({"--crystal", "Au", "--mode", "sample", "--reflections", "2 0 0,2 2 0",
-                                 "--outliers", "keep", "--temperature", "300K", "--two-theta", "15.02",
-                                 "--calibration", "default", "--pickup", "0.05", "--bg-coefficient",
-                                 "auto", "--peak-width", "30", "--smooth", "9", "--format", "json",
-                                 "--jobs", "3", "x.npd"});
+    const BatchCall call = Call(
+        {"--crystal",     "Au",      "--mode",        "sample", "--reflections",    "2 0 0,2 2 0",
+         "--outliers",    "keep",    "--temperature", "300K",   "--two-theta",      "15.02",
+         "--calibration", "default", "--pickup",      "0.05",   "--bg-coefficient", "auto",
+         "--peak-width",  "30",      "--smooth",      "9",      "--format",         "json",
+         "--jobs",        "3",       "x.npd"});
     ASSERT_TRUE(call.Options) << call.Text;
     const BatchOptions& o = *call.Options;
     EXPECT_EQ(o.Mode, MODE_SAMPLE);

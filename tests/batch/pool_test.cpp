@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <unistd.h>
+#include <csignal>
 #include <set>
 #include <vector>
 
@@ -65,9 +65,12 @@ TEST(Pool, EveryWorkerDyingStillEnds) {
 }
 
 TEST(Pool, AWorkerIsRenewedAfterItsShare) {
-    const Outcome out = RunJobs(1, 6, [](int) { return std::to_string(::getpid()); }, 2);
+    const Outcome out = RunJobs(
+        1, 6, [](int) { return std::to_string(::getpid()); }, 2);
     EXPECT_EQ(out.Bytes[0], out.Bytes[1]);
     EXPECT_EQ(std::set<std::string>(out.Bytes.begin(), out.Bytes.end()).size(), 3u);
 }
 
-TEST(Pool, NoJobsAreNoTrouble) { EXPECT_TRUE(RunJobs(2, 0, [](int) { return std::string(); }).Order.empty()); }
+TEST(Pool, NoJobsAreNoTrouble) {
+    EXPECT_TRUE(RunJobs(2, 0, [](int) { return std::string(); }).Order.empty());
+}

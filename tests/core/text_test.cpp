@@ -84,8 +84,8 @@ TEST(Text, NumbersAreReadWithoutTheLocale) {
 }
 
 TEST(SplitFilePath, PiecesJoinToTheSamePath) {
-    for (const char* path : {"/data/run1/AuWire.npd", "AuWire.npd", "../a/b.c.xbm", "/x/y", "a\\b.c",
-                             "/a.b/c"}) {
+    for (const char* path :
+         {"/data/run1/AuWire.npd", "AuWire.npd", "../a/b.c.xbm", "/x/y", "a\\b.c", "/a.b/c"}) {
         const PathPieces p = SplitFilePath(path);
         EXPECT_EQ(p.Drive + p.Folder + p.Base(), path);
     }

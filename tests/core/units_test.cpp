@@ -76,8 +76,8 @@ TEST(Units, QHasItsOwnConstant) {
 TEST(Units, DAndItsInverseAreUnlikeOnPurpose) {
     const ParamRecord p = Calibrated();
     const double d = ChToUnit(UNIT_D, 999.0, p, NO_DAC);
-    EXPECT_NEAR(UnitToCh(UNIT_D, d, p),
-                EnergyToCh(12.3981 / (2.0 * d * std::sin(7.5)), p.EgcCoef), 1e-9);
+    EXPECT_NEAR(UnitToCh(UNIT_D, d, p), EnergyToCh(12.3981 / (2.0 * d * std::sin(7.5)), p.EgcCoef),
+                1e-9);
     EXPECT_GT(std::fabs(UnitToCh(UNIT_D, d, p) - 999.0), 1.0);
     EXPECT_EQ(UnitToCh(UNIT_Q, 3.0, p), 0.0);
     EXPECT_EQ(UnitToCh(9, 3.0, p), 0.0);
@@ -145,8 +145,8 @@ TEST(Units, AnEnergyBelowNoughtHasNoLengthNoQAndNoAngle) {
 TEST(Units, ReferenceAngleAt15418) {
     const ParamRecord p = Calibrated();
     const double d = ChToUnit(UNIT_D, 999.0, p, NO_DAC);
-    EXPECT_NEAR(ChTo2ThetaRef(999.0, 15.0, p, NO_DAC),
-                std::asin(1.5418 / (2 * d)) * 180.0 / M_PI, 1e-10);
+    EXPECT_NEAR(ChTo2ThetaRef(999.0, 15.0, p, NO_DAC), std::asin(1.5418 / (2 * d)) * 180.0 / M_PI,
+                1e-10);
     EXPECT_EQ(ChTo2ThetaRef(999.0, 0.0, p, NO_DAC), 0.0);
     ParamRecord far = p;
     far.TwoTheta = 120.0;  // d far below 0.7709: no real angle

@@ -229,13 +229,15 @@ TEST(Npd, TheWritersLinesAreToTheLetter) {
               "Incident slit conditions, V(mm)=0.100 H(mm)=0.000\r\n"
               "Receiving slit conditions, V(mm)=0.000 H(mm)=0.000 Collimator(mm)=0.050\r\n"
               "Heating conditions, V(V)=3.14 C(A)=0.00 P(W)=0.00 R(OHM)=0.067\r\n"
-              "Comment,note" + std::string(96, ' ') + "\r\n"
-              "Ram Stroke,2.35\r\n"
-              ",\r\n,\r\n,\r\n"
-              "Data length, 2\r\n"
-              "Counting sec, 200.000\r\n"
-              "1,0.0766,12\r\n"
-              "2,0.1083,-3\r\n");
+              "Comment,note" +
+                  std::string(96, ' ') +
+                  "\r\n"
+                  "Ram Stroke,2.35\r\n"
+                  ",\r\n,\r\n,\r\n"
+                  "Data length, 2\r\n"
+                  "Counting sec, 200.000\r\n"
+                  "1,0.0766,12\r\n"
+                  "2,0.1083,-3\r\n");
 }
 
 TEST(Npd, TheModeIsWrittenByItsWordAndTheSecondsFollowIt) {
@@ -253,9 +255,11 @@ TEST(Npd, TheModeIsWrittenByItsWordAndTheSecondsFollowIt) {
         std::ostringstream out;
         WriteNpdText(out, SpectrumData{}, prop);
         EXPECT_NE(out.str().find("Measurement mode," + std::string(c.Word) + "\r\n"),
-                  std::string::npos) << c.Mode;
+                  std::string::npos)
+            << c.Mode;
         EXPECT_NE(out.str().find("Counting sec, " + std::string(c.Seconds) + "\r\n"),
-                  std::string::npos) << c.Mode;
+                  std::string::npos)
+            << c.Mode;
     }
 }
 

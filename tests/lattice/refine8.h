@@ -1,4 +1,4 @@
-// A second way to refine a cell, for the tests: 8-byte floats, another solver, errors by differences.
+// A second way to refine a cell: 8-byte floats, another solver, errors by differences.
 #pragma once
 
 #include <array>
@@ -31,7 +31,8 @@ inline std::vector<double> DesignOf(int system, const Row& r) {
     }
 }
 
-/// The reciprocal metric (a*a*, b*b*, c*c*, 2b*c*, 2a*c*, 2a*b* with their cosines) of the solution.
+/// The reciprocal metric (a*a*, b*b*, c*c*, 2b*c*, 2a*c*, 2a*b* with their cosines) of the
+/// solution.
 inline std::array<double, 6> MetricOf(int system, const std::vector<double>& p) {
     switch (system) {
         case 0: return {p[0], p[0], p[0], 0, 0, 0};

@@ -14,7 +14,8 @@ namespace {
 std::vector<fs::path> Sources() {
     std::vector<fs::path> files;
     for (const char* folder : {"src", "tests", "tools", "bench"})
-        for (const auto& entry : fs::recursive_directory_iterator(fs::path(VAEL_SOURCE_DIR) / folder))
+        for (const auto& entry :
+             fs::recursive_directory_iterator(fs::path(VAEL_SOURCE_DIR) / folder))
             if (entry.path().extension() == ".h" || entry.path().extension() == ".cpp")
                 files.push_back(entry.path());
     return files;
@@ -40,7 +41,8 @@ TEST(House, EveryFileOpensWithACommentThatSaysWhatItIs) {
     for (const auto& path : Sources()) {
         const auto lines = LinesOf(path);
         ASSERT_FALSE(lines.empty()) << path;
-        EXPECT_TRUE(lines[0].rfind("// ", 0) == 0 && lines[0].size() > 15) << path << ": " << lines[0];
+        EXPECT_TRUE(lines[0].rfind("// ", 0) == 0 && lines[0].size() > 15)
+            << path << ": " << lines[0];
     }
 }
 
@@ -48,8 +50,8 @@ TEST(House, NoSourceIsLongerThan600LinesAndHeadersAreGuarded) {
     for (const auto& path : Sources()) {
         const auto lines = LinesOf(path);
         EXPECT_LE(lines.size(), 600u) << path;
-        if (path.extension() == ".h")
-            EXPECT_NE(std::find(lines.begin(), lines.end(), "#pragma once"), lines.end()) << path;
+        const bool guarded = std::find(lines.begin(), lines.end(), "#pragma once") != lines.end();
+        EXPECT_EQ(guarded, path.extension() == ".h") << path;
     }
 }
 

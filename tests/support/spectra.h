@@ -27,7 +27,7 @@ inline PropertyRecord BlankProperty() {
 struct GaussLine {
     double Center;  // 0-based channel
     double Height;
-    double Fwhm;    // channels
+    double Fwhm;  // channels
 };
 
 inline std::vector<std::int32_t> GaussCounts(int channels, double background,
@@ -45,25 +45,25 @@ inline std::vector<std::int32_t> GaussCounts(int channels, double background,
 }
 
 /// An .npd text as the measured spectra have it, with a record length of 23.
-inline std::string NpdText(const std::vector<std::int32_t>& counts, const std::string& name = "made",
-                           double egc0 = 0.05, double egc1 = 0.03, double twoTheta = 10.0) {
+inline std::string NpdText(const std::vector<std::int32_t>& counts,
+                           const std::string& name = "made", double egc0 = 0.05, double egc1 = 0.03,
+                           double twoTheta = 10.0) {
     const std::string end = "\r\n";
-    std::string out = "Record length,23" + end + "Sample name," + name + end + "Operator name,nobody" +
-                      end + "Profile number,Au" + end + "Time,2018-10-10 9:5:41" + end +
-                      "Measurement mode,Live" + end + "EGC0," + std::to_string(egc0) + end + "EGC1," +
-                      std::to_string(egc1) + end + "EGC2,0.00000E+000" + end + "2Theta(deg)," +
-                      std::to_string(twoTheta) + end + "Live time(sec),200.00" + end +
-                      "Real time(sec),256.97" + end + "Dead time(%),22.16990" + end +
-                      "Temperature(K),298.15" + end + "Press load(ton),1.50" + end +
-                      "Ring status,current(mA)=99.5" + end + "Beam intensity,3.25" + end +
-                      "Counting rate,15967.96" + end +
-                      "Press conditions, X(mm)=1.000 Y(mm)=-2.500 Z(mm)=3.000 PHI(deg)=4.125" + end +
-                      "Incident slit conditions, V(mm)=0.100 H(mm)=0.200" + end +
-                      "Receiving slit conditions, V(mm)=0.300 H(mm)=0.400 Collimator(mm)=0.050" + end +
-                      "Heating conditions, V(V)=1.50 C(A)=2.50 P(W)=3.75 R(OHM)=0.600" + end +
-                      "Comment,a comment, with a comma   " + end + "Ram Stroke,7.25" + end +
-                      "Data length, " + std::to_string(counts.size()) + end + "Counting sec, 200.000" +
-                      end;
+    std::string out =
+        "Record length,23" + end + "Sample name," + name + end + "Operator name,nobody" + end +
+        "Profile number,Au" + end + "Time,2018-10-10 9:5:41" + end + "Measurement mode,Live" + end +
+        "EGC0," + std::to_string(egc0) + end + "EGC1," + std::to_string(egc1) + end +
+        "EGC2,0.00000E+000" + end + "2Theta(deg)," + std::to_string(twoTheta) + end +
+        "Live time(sec),200.00" + end + "Real time(sec),256.97" + end + "Dead time(%),22.16990" +
+        end + "Temperature(K),298.15" + end + "Press load(ton),1.50" + end +
+        "Ring status,current(mA)=99.5" + end + "Beam intensity,3.25" + end +
+        "Counting rate,15967.96" + end +
+        "Press conditions, X(mm)=1.000 Y(mm)=-2.500 Z(mm)=3.000 PHI(deg)=4.125" + end +
+        "Incident slit conditions, V(mm)=0.100 H(mm)=0.200" + end +
+        "Receiving slit conditions, V(mm)=0.300 H(mm)=0.400 Collimator(mm)=0.050" + end +
+        "Heating conditions, V(V)=1.50 C(A)=2.50 P(W)=3.75 R(OHM)=0.600" + end +
+        "Comment,a comment, with a comma   " + end + "Ram Stroke,7.25" + end + "Data length, " +
+        std::to_string(counts.size()) + end + "Counting sec, 200.000" + end;
     for (std::size_t i = 0; i < counts.size(); ++i)
         out += std::to_string(i + 1) + ",0.0000," + std::to_string(counts[i]) + end;
     return out;

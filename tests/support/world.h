@@ -8,10 +8,10 @@
 #include "core/store.h"
 #include "support/scripteddesk.h"
 
+#include <unistd.h>
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <unistd.h>
 
 namespace vael {
 

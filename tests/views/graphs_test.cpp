@@ -17,7 +17,8 @@ namespace {
 
 struct Rows : World {
     std::string Spectrum(const std::string& name, int channels = 200, int height = 100) {
-        return Folder.Write(name, NpdText(GaussCounts(channels, 10, {{channels / 2.0, double(height), 8}})));
+        return Folder.Write(
+            name, NpdText(GaussCounts(channels, 10, {{channels / 2.0, double(height), 8}})));
     }
     void Open(std::vector<std::string> paths) {
         Desk.ChooseFiles(std::move(paths));
@@ -277,7 +278,8 @@ TEST(Open, AnUnknownExtensionReadsNothingWithoutABox) {
     Rows w;
     w.Open({w.Folder.Write("x.foo", "hello")});
     EXPECT_EQ(Names(), "");
-    EXPECT_NE(frmLog.txtMessage.Text.find("x.foo: an extension that can be read"), std::string::npos);
+    EXPECT_NE(frmLog.txtMessage.Text.find("x.foo: an extension that can be read"),
+              std::string::npos);
 }
 
 TEST(Open, ALongerFileRaisesTheSpanAndAShorterOneLeavesIt) {
@@ -467,10 +469,13 @@ TEST(Calibration, TheOptionsChooseTheFilesOrTheDefaultPolynomial) {
     Click(frmVaelAna.optEGC[0]);
     EXPECT_EQ(store.UseFileEgc, 0);
     EXPECT_NEAR(frmVaelAna.inumCursorDisp[1].Value, 201.0, 1e-12);
-    EXPECT_EQ(frmVaelAna.lblEGC.Caption, "1.000000Ch^2+2.000000Ch+0.000000");
+    EXPECT_EQ(frmVaelAna.lblEGC.Caption, "0.050000Ch^2+0.030000Ch+0.000000")
+        << "the text is the spectrum's own";
+    const auto axis = frmVaelAna.picSubScale.Painted;
     Click(frmVaelAna.optEGC[1]);
     EXPECT_EQ(store.UseFileEgc, 1);
-    EXPECT_EQ(frmVaelAna.lblEGC.Caption, "0.050000Ch^2+0.030000Ch+0.000000");
+    EXPECT_GT(frmVaelAna.picSubScale.Painted, axis) << "either redraws the axis";
+    EXPECT_NEAR(frmVaelAna.inumCursorDisp[1].Value, 0.05 + 0.03 * 100, 1e-12);
 }
 
 TEST(Cursor, TheBoxesShowFiveUnitsAtOnceAndTheCount) {
@@ -496,6 +501,17 @@ TEST(Axis, TheUnitListRedrawsTheLowerAxis) {
     EXPECT_EQ(frmVaelAna.UnitX, 1);
     EXPECT_GT(frmVaelAna.picSubScale.Painted, before);
     EXPECT_NEAR(frmVaelAna.inumScaleX.Value, 4096 * 0.03, 1e-9);
+}
+
+TEST(Open, CountsTooFarBelowZeroToBeDrawnMakeNoRow) {
+    Rows w;
+    w.Open({w.Folder.Write("low.npd", NpdText({5, -2147483647, 5}))});
+    EXPECT_EQ(Names(), "");
+    EXPECT_NE(frmLog.txtMessage.Text.find("low.npd: a count is too far below zero"),
+              std::string::npos);
+    w.Open({w.Folder.Write("low.npd", NpdText({5, -2137483647, 5}))});
+    EXPECT_EQ(Names(), "low.npd(0)");
+    EXPECT_TRUE(w.Desk.Faults.empty());
 }
 
 TEST(Measured, AnXbmAndItsNpdOpenToTheSameCounts) {

@@ -17,7 +17,8 @@ namespace {
 struct Panel : World {
     void Open(int channels = 1000, double background = 50,
               const std::vector<GaussLine>& lines = {{300.4, 2000, 9}, {600.7, 1500, 11}}) {
-        Desk.ChooseFiles({Folder.Write("s.npd", NpdText(GaussCounts(channels, background, lines)))});
+        Desk.ChooseFiles(
+            {Folder.Write("s.npd", NpdText(GaussCounts(channels, background, lines)))});
         Click(frmVaelAna.mnuLoad);
     }
 };
@@ -77,7 +78,8 @@ TEST(Smooth, WithTenRowsTakenTheMessageIsShownAndTheSourceStays) {
     Panel w;
     std::vector<std::string> paths;
     for (int n = 0; n < 10; ++n)
-        paths.push_back(w.Folder.Write("r" + std::to_string(n) + ".npd", NpdText({1, 2, 3, 4, 5, 6})));
+        paths.push_back(
+            w.Folder.Write("r" + std::to_string(n) + ".npd", NpdText({1, 2, 3, 4, 5, 6})));
     w.Desk.ChooseFiles(paths);
     Click(frmVaelAna.mnuLoad);
     Pick(frmVaelAna.cboGrphSel[0], 4);
@@ -91,7 +93,8 @@ TEST(Smooth, WithNineRowsTakenItWorks) {
     Panel w;
     std::vector<std::string> paths;
     for (int n = 0; n < 9; ++n)
-        paths.push_back(w.Folder.Write("r" + std::to_string(n) + ".npd", NpdText({1, 2, 3, 4, 5, 6})));
+        paths.push_back(
+            w.Folder.Write("r" + std::to_string(n) + ".npd", NpdText({1, 2, 3, 4, 5, 6})));
     w.Desk.ChooseFiles(paths);
     Click(frmVaelAna.mnuLoad);
     Click(frmVaelAna.mnuSmooth);
@@ -113,8 +116,9 @@ TEST(Smooth, InPlaceItKeepsTheRowThatHoldsTheSlotAndTakesTheFilterOfTheSettings)
     EXPECT_EQ(GraphNo(), 2);
     // -2 3 6 7 6 3 -2 over 21, by hand.
     const auto c = [&](std::size_t i) { return static_cast<double>(once.Count[i]); };
-    const double by_hand = (-2 * (c(297) + c(303)) + 3 * (c(298) + c(302)) +
-                            6 * (c(299) + c(301)) + 7 * c(300)) / 21.0;
+    const double by_hand =
+        (-2 * (c(297) + c(303)) + 3 * (c(298) + c(302)) + 6 * (c(299) + c(301)) + 7 * c(300)) /
+        21.0;
     EXPECT_NEAR(CountAt("Smooth", 300), by_hand, 0.5);
 }
 
@@ -168,7 +172,8 @@ TEST(Background, TakesIntervalAndPassesOfTheSettingsAndTheSourcesProperty) {
     store.SpectrumDatas[2].Count[7] = 99;
     Click(frmVaelAna.mnuBackGround);
     // Anchors 8, 40, 8 and channel 6, which holds 0: the first pass lowers 40 to 8, then 8 to 4.
-    // Chords one channel to the right: from 8 to 8; from 8 to 4, a slope of -2: 10, 8; from 4 to 0: 6, 4.
+    // Chords one channel to the right: from 8 to 8; from 8 to 4, a slope of -2: 10, 8; from 4 to 0:
+    // 6, 4.
     const std::array<std::int32_t, 6> back{8, 8, 10, 8, 6, 4};
     const std::array<std::int32_t, 6> above{0, 12, 30, 12, 2, 16};
     for (int i = 0; i < 6; ++i) {
@@ -190,7 +195,8 @@ TEST(Background, ASecondPassWorksOnTheAnchorsOfTheFirst) {
     settings.BackInterval = 2;
     settings.BackTimes = 2;
     Click(frmVaelAna.mnuBackGround);
-    // Anchors 8 40 8 0, then 8 8 4 0, then 8 6 3 0; slopes -1, -1.5, -1.5, one channel to the right.
+    // Anchors 8 40 8 0, then 8 8 4 0, then 8 6 3 0; slopes -1, -1.5, -1.5, one channel to the
+    // right.
     EXPECT_EQ(CountAt("BackGraund", 0), 9);
     EXPECT_EQ(CountAt("BackGraund", 1), 8);
     EXPECT_EQ(CountAt("BackGraund", 3), 6);
@@ -238,7 +244,8 @@ TEST(Background, WithNineRowsTakenNothingIsHalfMade) {
     Panel w;
     std::vector<std::string> paths;
     for (int n = 0; n < 9; ++n)
-        paths.push_back(w.Folder.Write("r" + std::to_string(n) + ".npd", NpdText({1, 2, 3, 4, 5, 6})));
+        paths.push_back(
+            w.Folder.Write("r" + std::to_string(n) + ".npd", NpdText({1, 2, 3, 4, 5, 6})));
     w.Desk.ChooseFiles(paths);
     Click(frmVaelAna.mnuLoad);
     w.Desk.ExpectQuestion("ShiftGraph: List Over!");
@@ -455,6 +462,9 @@ TEST(AutoFitting, SmoothsRemovesTheBackgroundAndFitsTheRest) {
     for (std::size_t k = 1; k <= 4; ++k) EXPECT_FALSE(frmVaelAna.cmdOperation[k].Enabled) << k;
     EXPECT_EQ(frmVaelAna.Caption, "Vael (Data Analyze) --- Fit");
     EXPECT_NE(frmLog.txtMessage.Text.find("CONV"), std::string::npos);
+
+    w.Open();
+    EXPECT_TRUE(frmVaelAna.cmdOperation[3].Enabled) << "the next spectrum can be smoothed";
 }
 
 TEST(AutoFitting, WithTwoGraphsLoadedItDoesNothing) {
@@ -466,9 +476,10 @@ TEST(AutoFitting, WithTwoGraphsLoadedItDoesNothing) {
     EXPECT_EQ(Names(), "a.npd a.npd");
 }
 
-TEST(AutoFitting, WithNoSpectrumNothingHappens) {
+TEST(AutoFitting, WithNoSpectrumTheRowsSaySoAndNothingHappens) {
     Panel w;
     Click(frmVaelAna.cmdAutoFit);
+    for (int n = 0; n < 4; ++n) w.Desk.ExpectQuestion("ShiftGraph: Data Notting!");
     Click(frmVaelAna.mnuSmooth);
     Click(frmVaelAna.mnuBackGround);
     Click(frmVaelAna.cmdOperation[0]);
@@ -498,7 +509,8 @@ TEST(ManualFit, PutsItsPeaksIntoTheTableAndAFitRow) {
     EXPECT_EQ(NaxManualFit(0, 0, input), 0);
     EXPECT_EQ(Names(), "Fit s.npd");
     ASSERT_EQ(store.PeakTables[0].PeakNum, 1);
-    EXPECT_NEAR(store.PeakTables[0].Peak[0].Position, 300.4, 0.01) << "0-based, one below the 1-based fit";
+    EXPECT_NEAR(store.PeakTables[0].Peak[0].Position, 300.4, 0.01)
+        << "0-based, one below the 1-based fit";
 }
 
 TEST(JumpPeak, MovesTheCursorAndLeavesTheUnroundedPosition) {

@@ -149,7 +149,8 @@ TEST(SystemPara, ReadsABinaryFileWrittenByHandAndWritesItBackByteForByte) {
     EXPECT_EQ(settings.BackInterval, 40);
     EXPECT_EQ(settings.BackTimes, 7);
     EXPECT_EQ(WriteSystemPara(path, param), -1);
-    EXPECT_EQ(BytesOf(path), "00" + bytes.substr(2)) << "the header is not tested and written as 00";
+    EXPECT_EQ(BytesOf(path), "00" + bytes.substr(2))
+        << "the header is not tested and written as 00";
 }
 
 TEST(SystemPara, ADamagedFileChangesNothing) {
@@ -158,7 +159,8 @@ TEST(SystemPara, ADamagedFileChangesNothing) {
     param.TwoTheta = 3.0;
     const auto colours = store.ColorTable;
     const std::string whole = SystemFile(1, 1, 1, 1);
-    for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{300}, whole.size() - 1}) {
+    for (const std::size_t size :
+         {std::size_t{0}, std::size_t{1}, std::size_t{300}, whole.size() - 1}) {
         const std::string path = world.Folder.Write("s", whole.substr(0, size));
         EXPECT_EQ(ReadSystemPara(path, param), 0) << size;
     }
@@ -265,7 +267,8 @@ TEST(Exit, CancelAtTheSecondOfTwoUnsavedGraphsLeavesEverything) {
 
 TEST(Start, TheSecondEntryEmptiesEverythingWithoutAPrompt) {
     World world;
-    store.GraphList[0] = {.State = 2, .WinNo = 0, .DataNo = 3, .Visible = -1, .Name = "a", .Color = 1};
+    store.GraphList[0] = {
+        .State = 2, .WinNo = 0, .DataNo = 3, .Visible = -1, .Name = "a", .Color = 1};
     store.SlotUsed[3] = -1;
     store.GraphTotal = 1;
     store.SpectrumDatas[3].Count[5] = 7;
@@ -289,7 +292,8 @@ TEST(Store, ClearHelpersTakeOneSlotOrAll) {
     ClearSpectrum(0);
     ClearProperty(0);
     EXPECT_EQ(store.SpectrumDatas[0].DataNo, 0);
-    EXPECT_EQ(store.SpectrumDatas[13].DataNo, 5) << "slots 10 to 13 are valid, though never handed out";
+    EXPECT_EQ(store.SpectrumDatas[13].DataNo, 5)
+        << "slots 10 to 13 are valid, though never handed out";
     EXPECT_EQ(store.PropertyRecords[13].Memo.Trimmed(), "note");
     ClearSpectrum(-1);
     ClearProperty(-1);

@@ -2,14 +2,14 @@
 #include "support/world.h"
 
 #include "core/fault.h"
-#include "files/wholefile.h"
+#include "core/wholefile.h"
 
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
-#include <csignal>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <csignal>
 
 using namespace vael;
 

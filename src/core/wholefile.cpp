@@ -1,14 +1,14 @@
 // Whole files: opening with a reason when it fails, and replacing so that a file is whole or old.
-#include "files/wholefile.h"
+#include "core/wholefile.h"
 
 #include "core/fault.h"
 
-#include <cerrno>
-#include <cstring>
 #include <fcntl.h>  // the rename must not come before the bytes are on the disk
-#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
 
 namespace vael {
 namespace {
@@ -58,7 +58,8 @@ std::string TailOf(const std::string& path, std::size_t from) {
 /// For what cannot be replaced by a renamed neighbour: a device, or a file in a folder that takes
 /// no new files.
 void WriteInPlace(const std::string& path, std::string_view bytes, bool keepTail) {
-    Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | (keepTail ? 0 : O_TRUNC), 0666));
+    Descriptor file(
+        ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | (keepTail ? 0 : O_TRUNC), 0666));
     if (file.Get() < 0) Refuse(path, Reason(errno));
     if (const int error = WriteAll(file.Get(), bytes)) Refuse(path, Reason(error));
     if (!file.Close()) Refuse(path, Reason(errno));
@@ -70,8 +71,9 @@ std::ifstream OpenToRead(const std::string& path) {
     std::error_code none;
     const auto status = fs::status(path, none);
     if (!fs::exists(status))
-        Refuse(path, none && none != std::errc::no_such_file_or_directory ? none.message()
-                                                                         : "there is no such file",
+        Refuse(path,
+               none && none != std::errc::no_such_file_or_directory ? none.message()
+                                                                    : "there is no such file",
                FaultNumber::FileMissing);
     if (fs::is_directory(status)) Refuse(path, "it is a folder, a file was expected");
     if (!fs::is_regular_file(status)) Refuse(path, "it is no regular file");
