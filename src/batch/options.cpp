@@ -15,8 +15,8 @@ namespace {
 
 constexpr const char* FOOTER = R"(
 Each spectrum goes the road of the window: smoothed, freed of its background, fitted by the NAX
-fitter without help, matched to the crystal, refined to a cell, and, with a pressure marker, turned into a
-pressure. Spectra: .npd, .xbm, .xba and .xbm under numeric extensions.
+fitter without help, matched to the crystal, refined to a cell, and, with a pressure marker, turned
+into a pressure. Spectra: .npd, .xbm, .xba and .xbm under numeric extensions.
 
 Examples:
   vael-batch --crystal Au run/*.npd
