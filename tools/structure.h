@@ -59,9 +59,8 @@ struct PowderLine {
 
 /// The lines of a structure with d at `dMin` or above, in order of falling d. Reflections of one d
 /// are one line, named by the one with the fewest negative indices, then by the largest h, k, l;
-/// those
-/// that symmetry or the atoms' places extinguish do not appear. d comes from the reciprocal metric
-/// tensor of the cell.
+/// those that symmetry or the atoms' places extinguish do not appear. d comes from the reciprocal
+/// metric tensor of the cell.
 [[nodiscard]] std::vector<PowderLine> PowderLines(const Structure& structure, const Cell& cell,
                                                   double dMin);
 

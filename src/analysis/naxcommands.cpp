@@ -48,8 +48,7 @@ FitPlace PlaceForFit(int source) {
 }
 
 /// Curve, property and peaks of `source` into the fit graph; bit 16 on that slot and on no other,
-/// so
-/// that no fit overwrites counts.
+/// so that no fit overwrites counts.
 void ShowFit(int window, int source) {
     const FitPlace place = PlaceForFit(source);
     if (place.Slot < 0) return;

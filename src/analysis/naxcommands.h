@@ -7,8 +7,7 @@ namespace vael {
 
 /// The automatic run on a graph row: the peaks go to the slot's own table (emptied first) and with
 /// the fit curve to a fit graph: the row itself when it is one, else the row named "Fit", else a
-/// new
-/// row 0. Says "NO PEAKS ARE FOUND" where there are none; no graph is made then.
+/// new row 0. Says "NO PEAKS ARE FOUND" where there are none; no graph is made then.
 void NaxAllFit(int window, int graph);
 
 /// The manual run on a graph row with what the dialog states: 0, or -1 when the fit failed.

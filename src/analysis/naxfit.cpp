@@ -238,8 +238,7 @@ private:
 };
 
 /// Errors of the last solve into the full list: of the free ones their own, of the linked ones
-/// their
-/// master's times the ratio, of the fixed ones 0.
+/// their master's times the ratio, of the fixed ones 0.
 void TakeErrors(NaxState& state) {
     const Columns columns = ColumnsOf(state);
     const auto& errors = state.Solver.Errors;

@@ -15,12 +15,10 @@ namespace vael {
 
 /// What the tables of a run leave open, each with the reason for it. The figures behind them are
 /// those of 150 seeded spectra of each kind, never of a measured one: docs/numerics.md has them
-/// with
-/// the command that makes them.
+/// with the command that makes them.
 struct NaxFilledIn {
     /// Rounds of "fit the peaks, then the background with the peaks taken off". A line of full
-    /// width
-    /// 20 comes out at 19.79 after one, 19.87 after three; each further one costs a fit.
+    /// width 20 comes out at 19.79 after one, 19.87 after three; each further one costs a fit.
     int Rounds = 3;
     /// A step that raises the sum of squares is halved so many times at most. A guard for weak
     /// candidates on the skirt of a strong peak; seeded spectra hardly ever need it.
@@ -35,9 +33,8 @@ struct NaxFilledIn {
     /// reach of a region beyond its candidates (entry 6): what is as wide is background.
     double LeastFwhm = 2.0;
     /// Two peaks nearer than this share of the larger full width are one: a search by parabolas
-    /// over
-    /// 21 channels does not tell such a pair, so the lower one has wandered there. Beside strong
-    /// peaks with skirts it takes away 384 of 839 left-over ones.
+    /// over 21 channels does not tell such a pair, so the lower one has wandered there. Beside
+    /// strong peaks with skirts it takes away 384 of 839 left-over ones.
     double LeastApart = 0.5;
     /// The first background wants so many channels more than it has terms, and a slope or a
     /// curvature wants them to span this share of the region: else it is carried on over the peaks
@@ -98,9 +95,8 @@ struct NaxResult {
 
 /// The automatic run: search, groups, fits. The log gets a line for each group (its channels, its
 /// peaks, "CONV", "MXST" or "DIV ") and for each refused peak; with no peak left the words "NO
-/// PEAKS
-/// ARE FOUND" are said. `state` is cleared first; NaxBackground in it is the image of the groups'
-/// backgrounds, 0 where no group reached. Faults: those of the fit.
+/// PEAKS ARE FOUND" are said. `state` is cleared first; NaxBackground in it is the image of the
+/// groups' backgrounds, 0 where no group reached. Faults: those of the fit.
 NaxResult NaxFitAll(const SpectrumData& spectrum, const NaxSettings& settings, NaxState& state,
                     const Talk& talk);
 

@@ -13,8 +13,7 @@ void CsrX_Change(int ch);
 void ShowCursorValues();
 
 /// Moves the cursor to the neighbouring peak of a slot: direction 1 the next, else the previous.
-/// The
-/// channel box then holds the unrounded position. Outside the table nothing moves.
+/// The channel box then holds the unrounded position. Outside the table nothing moves.
 void JumpPeak(int slot, int channel, int direction);
 
 }  // namespace vael

@@ -9,8 +9,7 @@
 namespace vael {
 
 // Rows count from 0 to 9, slots from 0 to 13, windows from 0 to 1; a row points to a slot, and row
-// 3
-// may live in slot 7.
+// 3 may live in slot 7.
 
 /// All rows away with their peaks, both windows empty, every slot free again.
 void RemoveAllRows();

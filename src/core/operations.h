@@ -21,8 +21,7 @@ void cmdAutoFit();
 void NaxAreaFit(int win, int row);
 
 /// Two empty rows "BackGraund" and "BackRemv" with the property of the row; the source's new row,
-/// or
-/// -1 when there is no room.
+/// or -1 when there is no room.
 [[nodiscard]] int MakeBackRows(int row);
 /// The NAX background into the row's slot: channels 0 to 4095 where it is not 0.
 void StoreNaxBackground(int row);

@@ -218,8 +218,7 @@ void SetDefault() {
 
 void DefaultColours() {
     // Ten curve colours that keep 4.5 : 1 against the dark plot and stay apart for the colour
-    // blind;
-    // entries 10 to 13 are the slots that are never handed out; then the fixed roles.
+    // blind; entries 10 to 13 are the slots that are never handed out; then the fixed roles.
     constexpr std::array<Colour, 14> CURVES{
         Rgb(255, 214, 79),  Rgb(86, 180, 233),  Rgb(120, 220, 130), Rgb(240, 140, 90),
         Rgb(214, 160, 230), Rgb(90, 220, 215),  Rgb(250, 170, 190), Rgb(180, 200, 120),

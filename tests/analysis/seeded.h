@@ -143,10 +143,8 @@ inline Spectrum Crowded(Generator& random, double least, double most) {
 }
 
 /// Eight peaks of 300 to 6000 times the noise with skirts, each with a weak and broad companion
-/// (0.1
-/// to 3 % of its height, up to three times its width) one and a half to five full widths away. The
-/// truth
-/// is the strong ones: a weak neighbour must not spoil them.
+/// (0.1 to 3 % of its height, up to three times its width) one and a half to five full widths away.
+/// The truth is the strong ones: a weak neighbour must not spoil them.
 inline Spectrum Companions(Generator& random, double least, double most) {
     Spectrum spectrum;
     spectrum.Background = random.LogBetween(least, most);

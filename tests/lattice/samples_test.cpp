@@ -32,10 +32,8 @@ std::string ReadAll(const std::string& path) {
 }
 
 /// Centre of a Gaussian by a parabola through the logarithms about `channel`, weighted by the
-/// counts,
-/// on a level taken from both sides. A fit of its own: it knows nothing of how the file was made
-/// but
-/// where to look.
+/// counts, on a level taken from both sides. A fit of its own: it knows nothing of how the file was
+/// made but where to look.
 double CentreNear(const std::vector<std::int32_t>& counts, double channel, double fwhm) {
     const auto at = [&](double x) { return counts[static_cast<std::size_t>(std::lround(x))]; };
     double level = 0.0;
