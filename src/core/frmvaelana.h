@@ -154,6 +154,7 @@ struct VaelAnaView : View {
 
     // --- side panel: calibration in force
     ControlArray<Option, 2> optEGC{*this, "optEGC", {"Default", "This File"}};
+    Label lbl2Theta{*this, "lbl2Theta", "2Theta (deg)"};
     TextBox txt2Theta{*this, "txt2Theta"};
     Label lblEGC{*this, "lblEGC"};
 
