@@ -7,21 +7,17 @@ source support/install.sh
 
 has_display() { [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; }
 
-configure() {
-    cmake -S . -B build/run -G Ninja -DCMAKE_BUILD_TYPE=Release -DVAEL_TESTS=OFF \
-        ${CMAKE_DISABLE_FIND_PACKAGE_Qt6:+-DCMAKE_DISABLE_FIND_PACKAGE_Qt6=$CMAKE_DISABLE_FIND_PACKAGE_Qt6} >/dev/null
-}
-
 needs_packages "${PACKAGES_BUILD[@]}"
 if has_display; then
     needs_packages "${PACKAGES_WINDOW[@]}"
-    configure
-    cmake --build build/run --target vael vael-batch
-    cd data/samples
-    exec ../../build/run/bin/vael
+    cmake -S . -B build/run-window -G Ninja -DCMAKE_BUILD_TYPE=Release -DVAEL_TESTS=OFF >/dev/null
+    cmake --build build/run-window --target vael
+    cd data/samples  # where the open dialog starts
+    exec ../../build/run-window/bin/vael
 fi
 
-CMAKE_DISABLE_FIND_PACKAGE_Qt6=ON configure
+cmake -S . -B build/run -G Ninja -DCMAKE_BUILD_TYPE=Release -DVAEL_TESTS=OFF \
+    -DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON >/dev/null
 cmake --build build/run --target vael-batch
 out=out/samples
 mkdir -p "$out"
