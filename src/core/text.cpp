@@ -274,7 +274,7 @@ std::vector<double> SplitNumbers(std::string_view text) {
             ++at;
         }
     }
-    if (!field.empty() || (!text.empty() && text.back() == ',')) close();
+    if (!field.empty()) close();
     return values;
 }
 

@@ -133,6 +133,9 @@ TEST(SplitNumbers, CommasAndBlanksEndAField) {
     EXPECT_EQ(SplitNumbers("1, 2"), (std::vector<double>{1, 2}));
     EXPECT_EQ(SplitNumbers("1,,2"), (std::vector<double>{1, 0, 2}));
     EXPECT_EQ(SplitNumbers("x 4"), (std::vector<double>{0, 4}));
+    EXPECT_EQ(SplitNumbers("1 ,2"), (std::vector<double>{1, 0, 2}));
+    EXPECT_EQ(SplitNumbers("7,  "), (std::vector<double>{7}));
+    EXPECT_EQ(SplitNumbers("7,"), (std::vector<double>{7}));
 }
 
 TEST(SplitNumbers, LeadingBlanksEndAnEmptyFirstField) {
