@@ -126,7 +126,7 @@ void Tips(VaelAnaView& v) {
     v.cmdEnergy[0].Tip = "Energy calibration";
     v.cmdEnergy[1].Tip = "Elements";
     v.cmdDisplay[0].Tip = "Expand";
-    v.cmdAutoFit.Tip = "Smooth, remove the background and fit a single spectrum (F5)";
+    v.cmdAutoFit.Tip = "Smooth, remove the background and fit a single spectrum";
     v.cboUnitX.Tip = "Unit of the lower axis";
     v.optEGC[0].Tip = "Calibrate with the default polynomial";
     v.optEGC[1].Tip = "Calibrate with each file's own polynomial";

@@ -136,8 +136,7 @@ QWidget* QtDesk::Above() const {
 Answer QtDesk::Ask(const Question& question) {
     Show();
     QMessageBox box(Above());
-    box.setWindowTitle(question.Title.empty() ? QApplication::applicationDisplayName()
-                                              : Words(question.Title));
+    box.setWindowTitle(question.Title.empty() ? QStringLiteral("VaelAna") : Words(question.Title));
     box.setTextFormat(Qt::PlainText);
     box.setText(Words(question.Text));
     if (question.Icon == Question::Sign::Exclamation) box.setIcon(QMessageBox::Warning);

@@ -29,7 +29,6 @@ QString InstalledData() {
 void SetLook(QApplication& application) {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setApplicationName(QStringLiteral("vael"));
-    QApplication::setApplicationDisplayName(QStringLiteral("VaelAna"));
     QApplication::setQuitOnLastWindowClosed(false);  // the main view leaves through its own command
     QApplication::setWindowIcon(ProgramIcon());
     application.setAttribute(Qt::AA_DontShowIconsInMenus);
