@@ -21,6 +21,15 @@ struct Panel : World {
             {Folder.Write("s.npd", NpdText(GaussCounts(channels, background, lines)))});
         Click(frmVaelAna.mnuLoad);
     }
+    /// Rows "r0.npd", "r1.npd", ... of six channels each.
+    void OpenRows(int count) {
+        std::vector<std::string> paths;
+        for (int n = 0; n < count; ++n)
+            paths.push_back(
+                Folder.Write("r" + std::to_string(n) + ".npd", NpdText({1, 2, 3, 4, 5, 6})));
+        Desk.ChooseFiles(paths);
+        Click(frmVaelAna.mnuLoad);
+    }
 };
 
 std::string Names() {
@@ -76,12 +85,7 @@ TEST(Smooth, WithSmoothingOffTheRowEqualsItsSource) {
 
 TEST(Smooth, WithTenRowsTakenTheMessageIsShownAndTheSourceStays) {
     Panel w;
-    std::vector<std::string> paths;
-    for (int n = 0; n < 10; ++n)
-        paths.push_back(
-            w.Folder.Write("r" + std::to_string(n) + ".npd", NpdText({1, 2, 3, 4, 5, 6})));
-    w.Desk.ChooseFiles(paths);
-    Click(frmVaelAna.mnuLoad);
+    w.OpenRows(10);
     Pick(frmVaelAna.cboGrphSel[0], 4);
     w.Desk.ExpectQuestion("ShiftGraph: List Over!");
     Click(frmVaelAna.mnuSmooth);
@@ -91,12 +95,7 @@ TEST(Smooth, WithTenRowsTakenTheMessageIsShownAndTheSourceStays) {
 
 TEST(Smooth, WithNineRowsTakenItWorks) {
     Panel w;
-    std::vector<std::string> paths;
-    for (int n = 0; n < 9; ++n)
-        paths.push_back(
-            w.Folder.Write("r" + std::to_string(n) + ".npd", NpdText({1, 2, 3, 4, 5, 6})));
-    w.Desk.ChooseFiles(paths);
-    Click(frmVaelAna.mnuLoad);
+    w.OpenRows(9);
     Click(frmVaelAna.mnuSmooth);
     EXPECT_EQ(store.GraphList[0].Name, "Smooth");
     EXPECT_EQ(store.GraphList[9].Name, "r8.npd");
@@ -242,12 +241,7 @@ TEST(Background, ARemovedRowIsReusedInPlace) {
 
 TEST(Background, WithNineRowsTakenNothingIsHalfMade) {
     Panel w;
-    std::vector<std::string> paths;
-    for (int n = 0; n < 9; ++n)
-        paths.push_back(
-            w.Folder.Write("r" + std::to_string(n) + ".npd", NpdText({1, 2, 3, 4, 5, 6})));
-    w.Desk.ChooseFiles(paths);
-    Click(frmVaelAna.mnuLoad);
+    w.OpenRows(9);
     w.Desk.ExpectQuestion("ShiftGraph: List Over!");
     Click(frmVaelAna.mnuBackGround);
     EXPECT_EQ(Names(), "r0.npd r1.npd r2.npd r3.npd r4.npd r5.npd r6.npd r7.npd r8.npd");
@@ -318,7 +312,6 @@ TEST(Fit, ALongSpectrumKeepsItsUpperHalfInTheBackgroundRowAndZeroInTheRemovedOne
     Panel w;
     w.Open(8192, 50, {{300.4, 2000, 9}, {6000.0, 2000, 9}});
     Click(frmVaelAna.mnuBackGround);
-    Click(frmVaelAna.mnuGraphRaw);
     Pick(frmVaelAna.cboGrphSel[0], 2);
     const auto before = CountAt("BackGraund", 6000);
     const auto slot = GetGraphDataNo(RowOfName("BackRemv"));
