@@ -1,12 +1,15 @@
 // Graph rows and slots: moving spectra in and out of the store, and keeping the selectors in step.
 #include "core/graphs.h"
 
+#include "core/areamarks.h"
 #include "core/cursors.h"
+#include "core/expand.h"
 #include "core/fault.h"
 #include "core/frmlog.h"
 #include "core/frmvaelana.h"
 #include "core/operations.h"
 #include "core/params.h"
+#include "core/scales.h"
 #include "core/store.h"
 #include "core/text.h"
 #include "core/windows.h"
@@ -62,12 +65,16 @@ void AdjustSelections() {
 /// Step 5 of the style rule: which of the show switches a new graph frees.
 void WindowStyleRule(int win) {
     VaelAnaView& v = frmVaelAna;
+    // A window whose switch is not free is shown; freed, the switch says so.
+    const auto setFree = [](CheckBox& show) {
+        if (!show.Enabled) show.Value = 1;
+        show.Enabled = true;
+    };
     if (v.ckbExpand.Value != 0) {
-        v.chkFilePile[0].Enabled = true;
-        return;
-    }
-    if (v.chkWinStyle.Value != 0 || win != 0) {
-        v.chkFilePile[0].Enabled = true;
+        setFree(v.chkFilePile[0]);
+    } else if (v.chkWinStyle.Value != 0 || win != 0) {
+        setFree(v.chkFilePile[0]);
+        if (v.chkWinStyle.Value == 0) setFree(v.chkFilePile[1]);
         v.chkFilePile[1].Enabled = true;
         v.ckbExpand.Enabled = false;
         v.mnuExpandOn.Enabled = false;
@@ -75,6 +82,7 @@ void WindowStyleRule(int win) {
         v.chkFilePile[1].Value = 0;
         v.chkFilePile[1].Enabled = false;
     }
+    ArrangeWindows();
 }
 
 }  // namespace
@@ -89,6 +97,7 @@ void RemoveAllRows() {
     EraseWindows();
     store.GraphTotal = 0;
     Add_cboGraphSel();
+    FreeStyleControls();
     // Slots of files that could not be read have no row to go with.
     const auto taken = [](const GraphEntry& entry) { return entry.State != 0; };
     if (std::none_of(store.GraphList.begin(), store.GraphList.end(), taken))
@@ -300,7 +309,11 @@ void ChangeActiveWin(int win) {
         v.fraGraph[static_cast<std::size_t>(win)].Raised = true;
         v.fraGraph[static_cast<std::size_t>(1 - win)].Raised = false;
     }
+    if (v.chkArea.Value != 0 && win != v.ActiveWin) RemoveAreaMarks(v.ActiveWin);
     v.ActiveWin = win;
+    RefreshAreaMarks();
+    ShowScale();
+    ShowDrawKind();
     const GraphEntry& entry = RowEntry(GraphNo());
     if (entry.State == 0) {
         v.mnuCloseGraph.Caption = "Close Graph";
@@ -320,7 +333,9 @@ void cboGrphSel_Click(int win) {
     ChangeActiveWin(win);
     const int row = GraphNo();
     const GraphEntry& entry = RowEntry(row);
+    HidePeakMemo();
     ShowCursorValues();
+    RefreshCursorMarks();
     XScaleDraw();
     ChgAllCaption_chkGrp(win, row);
     v.itxtGraphName.Text = entry.State > 0 ? entry.Name : "";
@@ -363,7 +378,7 @@ void RefreshRows() {
     for (int win = 0; win < WINDOW_COUNT; ++win) {
         for (int row = 0; row < GRAPH_COUNT; ++row) {
             const GraphEntry& entry = RowEntry(row);
-            const bool drawn = entry.State > 0 && entry.Visible != 0 && entry.WinNo == win;
+            const bool drawn = entry.Visible != 0 && entry.State > 0 && DrawnWindow(entry) == win;
             ChgValue_chkGrp(win, row, drawn ? 1 : 0, false);
             frmVaelAna.chkGrp[Box(win, row)].Filled = entry.State > 0;
         }

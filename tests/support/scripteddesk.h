@@ -46,6 +46,8 @@ public:
     std::vector<std::string> Faults;
     std::vector<Question> Asked;
     std::vector<FileDialog> OpenDialogs;
+    std::vector<std::string> OpenedTexts;
+    bool EditorStarts = true;
     int Shows = 0;
     int BusyDepth = 0;
     int BusyTurns = 0;
@@ -94,6 +96,10 @@ public:
         if (on) ++BusyTurns;
     }
     bool Launch(const std::string&, const std::vector<std::string>&) override { return false; }
+    bool OpenText(const std::string& path) override {
+        OpenedTexts.push_back(path);
+        return EditorStarts;
+    }
     std::unique_ptr<PrintJob> StartPrintJob(const std::string&) override { return nullptr; }
     void StayOnTop(View& view, bool on) override { view.OnTop = on; }
     void Show() override { ++Shows; }
