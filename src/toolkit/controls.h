@@ -171,6 +171,7 @@ struct Picture : Control {
     int Width;  // device pixels, kept by the desktop
     int Height;
     Pointer Shape = Pointer::Arrow;
+    std::string Drawing;        // name of a drawing of the desktop, shown in place of the surface
     std::uint64_t Painted = 0;  // raised by whoever drew on it, so that the desktop repaints
     std::function<void(MouseButton, double x, double y)> MouseDown;
     std::function<void(MouseButton, double x, double y)> MouseMove;
