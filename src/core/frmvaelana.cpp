@@ -3,9 +3,11 @@
 
 #include "core/cursors.h"
 #include "core/frmlog.h"
+#include "core/frmselgraph.h"
 #include "core/graphs.h"
 #include "core/operations.h"
 #include "core/params.h"
+#include "core/saving.h"
 #include "core/store.h"
 #include "core/units.h"
 #include "core/windows.h"
@@ -46,12 +48,8 @@ void Resized() {
 void Withhold(VaelAnaView& v) {
     constexpr const char* LATER = "comes in a later release";
     for (Control* control :
-         std::initializer_list<Control*>{&v.mnuSave,          &v.mnuProperty,
-                                         &v.mnuPrint,         &v.mnuBatchPrint,
-                                         &v.mnuCloseGraph,    &v.mnuCloseWin,
-                                         &v.mnuGraphRaw,      &v.mnuGraphSmt,
-                                         &v.mnuGraphBack,     &v.mnuGraphBackRemoved,
-                                         &v.mnuGraphFit,      &v.mnuDot,
+         std::initializer_list<Control*>{&v.mnuProperty,      &v.mnuPrint,
+                                         &v.mnuBatchPrint,    &v.mnuDot,
                                          &v.mnuLine,          &v.mnuPaint,
                                          &v.mnuColor,         &v.mnuCalcSpect,
                                          &v.mnuPeakIns,       &v.mnuPeakAllIns,
@@ -72,18 +70,17 @@ void Withhold(VaelAnaView& v) {
                                          &v.mnuNonInter,      &v.mnuSchedule,
                                          &v.mnuHelp,          &v.mnuVersion,
                                          &v.cmdManualFitting, &v.cmdFitCancel,
-                                         &v.cmdShowReport,    &v.cmdMnSelGrp,
-                                         &v.Command1,         &v.cmdWider,
-                                         &v.cmdNarrower,      &v.chkCsrType,
-                                         &v.chkArea,          &v.chkPeakParameter,
-                                         &v.ckbVtAuto,        &v.ckbLogScale,
-                                         &v.ckbNorScale,      &v.itxtScaleY,
-                                         &v.hsbWidthY,        &v.ckbExpand,
-                                         &v.chkWinStyle,      &v.txt2Theta,
-                                         &v.hsbStartX,        &v.inumScaleX,
-                                         &v.imnSpanCh,        &v.inumCursorCh,
-                                         &v.itxtNoRoi,        &v.itxtNoPeak,
-                                         &v.itxtGraphName}) {
+                                         &v.cmdShowReport,    &v.Command1,
+                                         &v.cmdWider,         &v.cmdNarrower,
+                                         &v.chkCsrType,       &v.chkArea,
+                                         &v.chkPeakParameter, &v.ckbVtAuto,
+                                         &v.ckbLogScale,      &v.ckbNorScale,
+                                         &v.itxtScaleY,       &v.hsbWidthY,
+                                         &v.ckbExpand,        &v.chkWinStyle,
+                                         &v.txt2Theta,        &v.hsbStartX,
+                                         &v.inumScaleX,       &v.imnSpanCh,
+                                         &v.inumCursorCh,     &v.itxtNoRoi,
+                                         &v.itxtNoPeak,       &v.itxtGraphName}) {
         control->Withheld = true;
         control->Tip = LATER;
     }
@@ -93,7 +90,7 @@ void Withhold(VaelAnaView& v) {
             array[k].Tip = array[k].Tip.empty() ? LATER : array[k].Tip + " - " + LATER;
         }
     };
-    hold(v.cmdFiles, {1, 2, 3});
+    hold(v.cmdFiles, {2, 3});
     hold(v.cmdEnergy, {0, 1});
     hold(v.cmdDisplay, {0});
     hold(v.cmdOperation, {1, 4, 5, 6, 7, 8, 9, 10, 11, 12});
@@ -120,8 +117,8 @@ void Tips(VaelAnaView& v) {
         "Cursor one channel down",
         "Cursor one channel up"};
     for (std::size_t k = 0; k < OPERATIONS.size(); ++k) v.cmdOperation[k].Tip = OPERATIONS[k];
-    constexpr std::array<const char*, 4> FILES{"Open spectra (Ctrl+O)", "Save", "Print",
-                                               "Property sheet"};
+    constexpr std::array<const char*, 4> FILES{
+        "Open spectra (Ctrl+O)", "Save the current graph (Ctrl+S)", "Print", "Property sheet"};
     for (std::size_t k = 0; k < FILES.size(); ++k) v.cmdFiles[k].Tip = FILES[k];
     v.cmdEnergy[0].Tip = "Energy calibration";
     v.cmdEnergy[1].Tip = "Elements";
@@ -159,12 +156,26 @@ VaelAnaView::VaelAnaView() : View("frmVaelAna", "Vael (Data Analyze) --- ") {
     vael::View& view = *this;
     view.Resized = vael::Resized;
     mnuLoad.Click = LoadNew;
+    mnuSave.Click = FileSave;
+    mnuSave.Shortcut = "Ctrl+S";
+    mnuCloseGraph.Click = mnuCloseGraph_Click;
+    mnuCloseGraph.Shortcut = "Ctrl+W";
+    mnuCloseWin.Withheld = true;
+    mnuCloseWin.Tip = "This item has no action";
+    mnuGraphRaw.Click = [] { mnuGraphKind_Click(""); };
+    mnuGraphSmt.Click = [] { mnuGraphKind_Click(NAME_SMOOTH); };
+    mnuGraphBack.Click = [] { mnuGraphKind_Click(NAME_BACKGROUND); };
+    mnuGraphBackRemoved.Click = [] { mnuGraphKind_Click(NAME_REMOVED); };
+    mnuGraphFit.Click = [] { mnuGraphKind_Click(NAME_FIT); };
+    cmdMnSelGrp.Click = cmdMnSelGrp_Click;
+    cmdMnSelGrp.Tip = "List of the graph rows";
     mnuExit.Click = ExitProc;
     mnuSmooth.Click = vael::mnuSmooth;
     mnuBackGround.Click = vael::mnuBackGround;
     mnuNaxFit.Click = mnuNaxFit_Click;
     mnuLogText.Click = mnuLogText_Click;
     cmdFiles[0].Click = LoadNew;
+    cmdFiles[1].Click = FileSave;
     cmdAutoFit.Click = vael::cmdAutoFit;
     for (std::size_t k = 0; k < cmdOperation.size(); ++k)
         cmdOperation[k].Click = [k] { cmdOperation_Click(static_cast<int>(k)); };
