@@ -1,6 +1,8 @@
 // The binder: Wire and Bring, two small functions a kind of control, and the joining by name.
 #include "desktop/binder.h"
 
+#include "desktop/griditems.h"
+#include "desktop/listitems.h"
 #include "desktop/widgets.h"
 #include "toolkit/hand.h"
 
@@ -8,7 +10,9 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -16,8 +20,10 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTimer>
 #include <QToolButton>
 
@@ -38,7 +44,7 @@ using Again = std::function<void()>;
 // --- what of a record a widget shows -----------
 
 auto Common(const Control& c) { return std::tie(c.Enabled, c.Visible, c.Withheld, c.Tip); }
-auto Fields(const Button& c) { return std::tuple_cat(Common(c), std::tie(c.Caption)); }
+auto Fields(const Button& c) { return std::tuple_cat(Common(c), std::tie(c.Caption, c.Shortcut)); }
 auto Fields(const CheckBox& c) {
     return std::tuple_cat(Common(c), std::tie(c.Caption, c.Value, c.Ink, c.Filled));
 }
@@ -47,7 +53,14 @@ auto Fields(const TextBox& c) { return std::tuple_cat(Common(c), std::tie(c.Text
 auto Fields(const NumberBox& c) {
     return std::tuple_cat(Common(c), std::tie(c.Value, c.Format, c.ReadOnly));
 }
-auto Fields(const ListBox& c) { return std::tuple_cat(Common(c), std::tie(c.Items, c.Index)); }
+auto Fields(const ListBox& c) {
+    return std::tuple_cat(Common(c), std::tie(c.Items, c.Index, c.Typed, c.Picked));
+}
+auto Fields(const Tabs& c) { return std::tuple_cat(Common(c), std::tie(c.Captions, c.Index)); }
+auto Fields(const Grid& c) {
+    return std::tuple_cat(Common(c), std::make_tuple(c.Version()),
+                          std::tie(c.Row, c.Col, c.Widths));
+}
 auto Fields(const Label& c) { return std::tuple_cat(Common(c), std::tie(c.Caption)); }
 auto Fields(const Frame& c) {
     return std::tuple_cat(Common(c), std::tie(c.Caption, c.Left, c.Top, c.Share, c.Raised));
@@ -75,8 +88,22 @@ void Wire(Button& record, QAbstractButton& widget, const Again& again) {
     });
 }
 
+/// The button's key, which goes through the user's hand like a click; it works in the button's own
+/// window while the button is usable.
+void BringShortcut(const Button& record, QAbstractButton& widget) {
+    auto* shortcut = widget.findChild<QShortcut*>();
+    if (shortcut == nullptr) {
+        if (record.Shortcut.empty()) return;
+        shortcut = new QShortcut(&widget);
+        QObject::connect(shortcut, &QShortcut::activated, &widget, [&widget] { widget.click(); });
+    }
+    shortcut->setKey(QKeySequence(Words(record.Shortcut)));
+    shortcut->setEnabled(record.Usable() && !record.Shortcut.empty());
+}
+
 void Bring(const Button& record, QAbstractButton& widget) {
     widget.setText(Words(record.Caption));
+    BringShortcut(record, widget);
     // A button of one icon has no words of its own for a reader that cannot see it.
     if (record.Caption.empty()) widget.setAccessibleName(Words(record.Tip));
 }
@@ -168,26 +195,7 @@ void Bring(const TextBox& record, QPlainTextEdit& widget) {
     if (atEnd) bar->setValue(bar->maximum());  // a log that grows is followed to its end
 }
 
-// --- lists, bars, labels, frames -----------
-
-void Wire(ListBox& record, QComboBox& widget, const Again& again) {
-    QObject::connect(&widget, &QComboBox::activated, &widget, [&record, again](int index) {
-        Pick(record, index);
-        again();
-    });
-}
-
-void Bring(const ListBox& record, QComboBox& widget) {
-    QStringList items;
-    for (const std::string& item : record.Items) items << Words(item);
-    bool same = items.size() == widget.count();
-    for (int i = 0; same && i < widget.count(); ++i) same = widget.itemText(i) == items[i];
-    if (!same) {
-        widget.clear();
-        widget.addItems(items);
-    }
-    widget.setCurrentIndex(record.Index);
-}
+// --- bars, labels, frames, grids -----------
 
 void Wire(ScrollBar& record, QScrollBar& widget, const Again& again) {
     QObject::connect(&widget, &QScrollBar::valueChanged, &widget, [&record, again](int value) {
@@ -203,12 +211,15 @@ void Bring(const ScrollBar& record, QScrollBar& widget) {
     widget.setValue(record.Value);
 }
 
-void Wire(Label&, QLabel&, const Again&) {}
+void Wire(Label& record, QLabel& widget, const Again&) { CarryMouse(record, widget); }
 
 void Bring(const Label& record, QLabel& widget) { widget.setText(Words(record.Caption)); }
 
-void Wire(Frame&, QFrame& widget, const Again&) {
-    if (widget.property("floating").toBool()) widget.raise();
+void Wire(Frame& record, QFrame& widget, const Again&) {
+    CarryMouse(record, widget);
+    if (!widget.property("floating").toBool()) return;
+    widget.raise();
+    if (widget.layout() != nullptr) widget.layout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void Bring(const Frame& record, QFrame& widget) {
@@ -237,6 +248,10 @@ void Bring(const Frame& record, QSplitter& widget) {
     const int above = static_cast<int>(std::lround(record.Share * parts));
     widget.setSizes({above, static_cast<int>(parts) - above});
 }
+
+void Wire(Grid& record, GridWidget& widget, const Again& again) { widget.Bind(record, again); }
+
+void Bring(const Grid& record, GridWidget& widget) { widget.Show(record); }
 
 // --- pictures, timers, menus -----------
 
@@ -291,6 +306,12 @@ void BringCommon(const Control& record, Widget& widget) {
 
 bool BeingTyped(const Control& record) { return TypedBox() == &record; }
 
+/// Found here among all overloads, of this file and of others.
+template <class R, class W>
+void BringTo(const R& record, W& widget) {
+    Bring(record, widget);
+}
+
 template <class R, class W>
 class Bound final : public Binding {
 public:
@@ -309,6 +330,10 @@ public:
                 record_.Height = static_cast<int>(widget_.Paper().Size().Height);
             }
         }
+        if constexpr (std::is_same_v<R, Frame>) {
+            record_.Width = widget_.width();
+            record_.Height = widget_.height();
+        }
         const auto now = Fields(record_);
         if (!again && shown_ && now == *shown_) return;
         shown_ = Kept(now);
@@ -324,7 +349,7 @@ public:
 
 private:
     void Show() {
-        vael::Bring(std::as_const(record_), widget_);
+        BringTo(record_, widget_);
         BringCommon(record_, widget_);
     }
     R& record_;
@@ -352,7 +377,8 @@ private:
             case ControlKind::CheckBox: Pair<QCheckBox>(static_cast<CheckBox&>(c)); break;
             case ControlKind::Option: Pair<QRadioButton>(static_cast<Option&>(c)); break;
             case ControlKind::NumberBox: Pair<QLineEdit>(static_cast<NumberBox&>(c)); break;
-            case ControlKind::ListBox: Pair<QComboBox>(static_cast<ListBox&>(c)); break;
+            case ControlKind::Grid: Pair<GridWidget>(static_cast<Grid&>(c)); break;
+            case ControlKind::Tabs: Pair<QTabBar>(static_cast<Tabs&>(c)); break;
             case ControlKind::Label: Pair<QLabel>(static_cast<Label&>(c)); break;
             case ControlKind::ScrollBar: Pair<QScrollBar>(static_cast<ScrollBar&>(c)); break;
             case ControlKind::TextBox:
@@ -360,6 +386,12 @@ private:
                     Pair<QPlainTextEdit>(static_cast<TextBox&>(c));
                 else
                     Pair<QLineEdit>(static_cast<TextBox&>(c));
+                break;
+            case ControlKind::ListBox:
+                if (form_.findChild<QListWidget*>(Words(c.Name)) != nullptr)
+                    Pair<QListWidget>(static_cast<ListBox&>(c));
+                else
+                    Pair<QComboBox>(static_cast<ListBox&>(c));
                 break;
             case ControlKind::Frame:
                 if (form_.findChild<QSplitter*>(Words(c.Name)) != nullptr)
@@ -375,8 +407,6 @@ private:
                 break;
             }
             case ControlKind::Menu: Add(static_cast<Menu&>(c), *actions_.at(c.Name)); break;
-            case ControlKind::Grid:
-            case ControlKind::Tabs: Miss(c, "this kind has no widget yet"); break;
         }
     }
 

@@ -13,6 +13,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimer>
+#include <QWindow>
 
 #include <utility>
 
@@ -24,6 +25,11 @@ Form::Form(View& view, const SetUp& setUp, Extras extras)
     joined_ = Join(view, *this, [this] { Refitted(); });
     Decorate();
     if (extras_.Colours) extras_.Colours(QApplication::palette());
+}
+
+/// A window that goes takes the focus out of its boxes: that is no act of the user any more.
+Form::~Form() {
+    for (QObject* child : findChildren<QObject*>()) child->blockSignals(true);
 }
 
 /// What a .ui file cannot say in a way that follows the palette: marked by dynamic properties.
@@ -66,10 +72,28 @@ void Form::Bring() {
     for (const auto& binding : joined_.Bindings)
         if (view_.Visible || binding->Record().Kind == ControlKind::Picture) binding->Bring(false);
     if (view_.Visible && extras_.Brought) extras_.Brought(*this);
-    if (isVisible() != view_.Visible) {
-        setVisible(view_.Visible);
-        if (view_.Visible) raise();
+    BringVisible();
+    BringOnTop();
+}
+
+void Form::BringVisible() {
+    if (isVisible() == view_.Visible) return;
+    if (!view_.Visible) {
+        place_ = saveGeometry();
+        hide();
+        return;
     }
+    if (!place_.isEmpty()) restoreGeometry(place_);
+    show();
+    raise();
+}
+
+void Form::BringOnTop() {
+    if (view_.OnTop == onTop_) return;
+    onTop_ = view_.OnTop;
+    winId();
+    // Through the window handle: changing the widget's flags would hide and re-activate it.
+    if (QWindow* window = windowHandle()) window->setFlag(Qt::WindowStaysOnTopHint, onTop_);
 }
 
 void Form::closeEvent(QCloseEvent* event) {

@@ -23,6 +23,9 @@ public:
     /// `setUp` is what the form compiler made of the .ui file.
     Form(View& view, const SetUp& setUp, Extras extras);
     Form(View& view, const SetUp& setUp) : Form(view, setUp, Extras{}) {}
+    ~Form() override;
+    Form(const Form&) = delete;
+    Form& operator=(const Form&) = delete;
 
     [[nodiscard]] View& Shown() const { return view_; }
     /// Controls of the view that the form lacks, each with what is wrong.
@@ -30,7 +33,8 @@ public:
     [[nodiscard]] const std::vector<std::unique_ptr<Binding>>& Bindings() const {
         return joined_.Bindings;
     }
-    /// Brings what changed in the records to the screen: caption, visibility, controls.
+    /// Brings what changed in the records to the screen: caption, controls, visibility, whether the
+    /// window stays on top. A window that is shown again stands where it stood.
     void Bring();
 
 protected:
@@ -41,10 +45,14 @@ protected:
 private:
     void Refitted();
     void Decorate();
+    void BringVisible();
+    void BringOnTop();
     View& view_;
     Extras extras_;
     Joined joined_;
     bool resizePending_ = false;
+    bool onTop_ = false;
+    QByteArray place_;  // where the window stood when it was hidden, for this run
 };
 
 /// The form a widget belongs to, also from inside an open menu or list; nullptr for a widget of

@@ -6,6 +6,7 @@
 #include "desktop/qtcanvas.h"
 #include "toolkit/hand.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QColorDialog>
 #include <QComboBox>
@@ -45,28 +46,44 @@ private:
     std::unique_ptr<PrinterSurface> page_;
 };
 
-KeyPress PressOf(const QKeyEvent& event) {
-    KeyPress press;
-    switch (event.key()) {
-        case Qt::Key_Left: press.Key = KeyPress::Name::Left; break;
-        case Qt::Key_Right: press.Key = KeyPress::Name::Right; break;
-        case Qt::Key_Up: press.Key = KeyPress::Name::Up; break;
-        case Qt::Key_Down: press.Key = KeyPress::Name::Down; break;
-        case Qt::Key_Return:
-        case Qt::Key_Enter: press.Key = KeyPress::Name::Enter; break;
-        case Qt::Key_Escape: press.Key = KeyPress::Name::Escape; break;
-        default: break;
-    }
-    // Only the number pad's signs are keys of the view.
+using KeyName = KeyPress::Name;
+
+KeyName NameOf(const QKeyEvent& event) {
+    // Only the number pad's signs are keys of the view; its point is a comma in some countries.
     if (event.modifiers().testFlag(Qt::KeypadModifier)) {
-        if (event.key() == Qt::Key_Plus) press.Key = KeyPress::Name::Add;
-        if (event.key() == Qt::Key_Minus) press.Key = KeyPress::Name::Subtract;
-        if (event.key() == Qt::Key_Period) press.Key = KeyPress::Name::Decimal;
+        switch (event.key()) {
+            case Qt::Key_Plus: return KeyName::Add;
+            case Qt::Key_Minus: return KeyName::Subtract;
+            case Qt::Key_Period:
+            case Qt::Key_Comma: return KeyName::Decimal;
+            default: break;
+        }
     }
-    press.Shift = event.modifiers().testFlag(Qt::ShiftModifier);
-    press.Ctrl = event.modifiers().testFlag(Qt::ControlModifier);
-    press.Alt = event.modifiers().testFlag(Qt::AltModifier);
-    return press;
+    if (event.key() >= Qt::Key_F1 && event.key() <= Qt::Key_F12)
+        return static_cast<KeyName>(static_cast<int>(KeyName::F1) + event.key() - Qt::Key_F1);
+    switch (event.key()) {
+        case Qt::Key_Left: return KeyName::Left;
+        case Qt::Key_Right: return KeyName::Right;
+        case Qt::Key_Up: return KeyName::Up;
+        case Qt::Key_Down: return KeyName::Down;
+        case Qt::Key_PageUp: return KeyName::PageUp;
+        case Qt::Key_PageDown: return KeyName::PageDown;
+        case Qt::Key_Home: return KeyName::Home;
+        case Qt::Key_End: return KeyName::End;
+        case Qt::Key_Return:
+        case Qt::Key_Enter: return KeyName::Enter;
+        case Qt::Key_Escape: return KeyName::Escape;
+        case Qt::Key_Space: return KeyName::Space;
+        case Qt::Key_Delete: return KeyName::Delete;
+        default: return KeyName::Other;
+    }
+}
+
+KeyPress PressOf(const QKeyEvent& event) {
+    return {.Key = NameOf(event),
+            .Shift = event.modifiers().testFlag(Qt::ShiftModifier),
+            .Ctrl = event.modifiers().testFlag(Qt::ControlModifier),
+            .Alt = event.modifiers().testFlag(Qt::AltModifier)};
 }
 
 bool IsUserAct(QEvent::Type type) {
@@ -85,12 +102,31 @@ bool IsUserAct(QEvent::Type type) {
     }
 }
 
-/// Whether a widget needs the key itself: a box that is typed in, or an open list.
-bool NeedsKeys(const QObject& target) {
+/// A box with a text cursor in it.
+bool IsTypedIn(const QObject& target) {
     if (const auto* line = qobject_cast<const QLineEdit*>(&target)) return !line->isReadOnly();
     if (const auto* text = qobject_cast<const QPlainTextEdit*>(&target)) return !text->isReadOnly();
+    const auto* list = qobject_cast<const QComboBox*>(&target);
+    return list != nullptr && list->isEditable();
+}
+
+/// Whether a widget needs the key itself, before the view: a box that is typed in needs all but
+/// Escape and the function keys; an open list, and a list or grid that stands open, needs the keys
+/// that move and pick in it.
+bool NeedsKey(const QObject& target, const KeyPress& press) {
+    const bool function = press.Key >= KeyName::F1 && press.Key <= KeyName::F12;
     const auto* widget = qobject_cast<const QWidget*>(&target);
-    return widget != nullptr && widget->window()->windowType() == Qt::Popup;
+    if (widget != nullptr && widget->window()->windowType() == Qt::Popup) return true;
+    if (IsTypedIn(target)) return !function && press.Key != KeyName::Escape;
+    if (qobject_cast<const QAbstractItemView*>(&target) == nullptr || press.Alt) return false;
+    return !function && press.Key != KeyName::Escape && press.Key != KeyName::Add &&
+           press.Key != KeyName::Subtract && press.Key != KeyName::Decimal;
+}
+
+/// Whether a box that is typed in keeps a key from being a shortcut: a plain one.
+bool KeepsFromShortcuts(const QObject& target, const QKeyEvent& event) {
+    const bool plain = !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    return plain && IsTypedIn(target) && NeedsKey(target, PressOf(event));
 }
 
 }  // namespace
@@ -257,11 +293,7 @@ std::unique_ptr<PrintJob> QtDesk::StartPrintJob(const std::string& title) {
 
 void QtDesk::StayOnTop(View& view, bool on) {
     view.OnTop = on;
-    Form* form = FormOfView(view);
-    if (form == nullptr) return;
-    form->winId();
-    // Through the window handle: changing the widget's flags would hide and re-activate it.
-    if (QWindow* window = form->windowHandle()) window->setFlag(Qt::WindowStaysOnTopHint, on);
+    if (Form* form = FormOfView(view)) form->Bring();
 }
 
 void QtDesk::Show() {
@@ -277,17 +309,33 @@ void QtDesk::Quit() {
 }
 
 bool QtDesk::GiveKey(Form& form, QObject& target, const QEvent& event) {
-    if (event.type() != QEvent::KeyPress || !form.Shown().KeyPreview || NeedsKeys(target))
-        return false;
+    if (event.type() != QEvent::KeyPress) return false;
     const KeyPress press = PressOf(static_cast<const QKeyEvent&>(event));
-    return press.Key != KeyPress::Name::Other && Key(form.Shown(), press);
+    // Enter on a button is a click on that button, whatever the view does with Enter elsewhere.
+    if (auto* button = qobject_cast<QPushButton*>(&target); button && press.Key == KeyName::Enter) {
+        button->click();
+        return true;
+    }
+    if (!form.Shown().KeyPreview || NeedsKey(target, press)) return false;
+    // A key that a box had and let pass comes by again on its way up through the box's parents.
+    const QWidget* focus = form.focusWidget();
+    const auto* widget = qobject_cast<const QWidget*>(&target);
+    if (focus != nullptr && widget != nullptr && widget->isAncestorOf(focus) &&
+        NeedsKey(*focus, press))
+        return false;
+    return press.Key != KeyName::Other && vael::Key(form.Shown(), press);
 }
 
 bool QtDesk::eventFilter(QObject* target, QEvent* event) {
     if (!IsUserAct(event->type())) return false;
     Form* form = FormOf(target);
     if (form == nullptr) return false;
-    if (!MayAct(form->Shown())) return true;
+    if (!MayAct(form->Shown()) || !form->isVisible()) return true;
+    if (event->type() == QEvent::ShortcutOverride &&
+        KeepsFromShortcuts(*target, *static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
+    }
     return GiveKey(*form, *target, *event);
 }
 

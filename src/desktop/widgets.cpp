@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QWheelEvent>
 
 namespace vael {
 namespace {
@@ -17,6 +18,8 @@ QColor Mixed(const QColor& a, const QColor& b, double part) {
     return QColor(mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue()));
 }
 
+}  // namespace
+
 MouseButton ButtonOf(Qt::MouseButton button) {
     if (button == Qt::LeftButton) return MouseButton::Left;
     return button == Qt::RightButton ? MouseButton::Right : MouseButton::None;
@@ -26,8 +29,6 @@ MouseButton ButtonsOf(Qt::MouseButtons buttons) {
     if (buttons.testFlag(Qt::LeftButton)) return MouseButton::Left;
     return buttons.testFlag(Qt::RightButton) ? MouseButton::Right : MouseButton::None;
 }
-
-}  // namespace
 
 // --- picture -----------
 
@@ -84,6 +85,17 @@ void PictureWidget::mouseReleaseEvent(QMouseEvent* event) {
 void PictureWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     const QPointF at = OnPaper(*event);
     if (record_ != nullptr) DoubleClick(*record_, at.x(), at.y());
+}
+
+void PictureWidget::wheelEvent(QWheelEvent* event) {
+    constexpr double notch = 120.0;  // as Qt counts one; a fine wheel sends parts of it
+    const QPoint turn = event->angleDelta();
+    // Some systems turn the wheel sideways themselves while Shift is down.
+    const bool sideways = std::abs(turn.x()) > std::abs(turn.y());
+    const bool shift = sideways || event->modifiers().testFlag(Qt::ShiftModifier);
+    const double notches = (sideways ? turn.x() : turn.y()) / notch;
+    event->setAccepted(record_ != nullptr &&
+                       Wheel(*record_, notches, event->position().x(), shift));
 }
 
 // --- row chip -----------

@@ -11,6 +11,10 @@
 
 namespace vael {
 
+/// The button of an event, and the one that is held during a move; the left one comes first.
+[[nodiscard]] MouseButton ButtonOf(Qt::MouseButton button);
+[[nodiscard]] MouseButton ButtonsOf(Qt::MouseButtons buttons);
+
 /// Shows the image that a Picture record is drawn on, and carries the mouse to the record. It never
 /// draws by itself: only a change of size asks for a redraw. The dynamic property "overhang" is the
 /// room above and below the drawing for labels centred on its edge.
@@ -30,6 +34,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     void Refit();

@@ -29,6 +29,12 @@ private:
     const Picture& picture_;
 };
 
+/// One count for all grids, so that a view made anew never shows a version that was shown before.
+std::uint64_t NextVersion() {
+    static std::uint64_t last = 0;
+    return ++last;
+}
+
 }  // namespace
 
 std::string NumberBox::Text() const { return FormatNumber(Value, Format); }
@@ -36,7 +42,8 @@ std::string NumberBox::Text() const { return FormatNumber(Value, Format); }
 std::string ListBox::Text() const {
     return Index >= 0 && Index < static_cast<int>(Items.size())
                ? Items[static_cast<std::size_t>(Index)]
-               : std::string();
+           : Editable ? Typed
+                      : std::string();
 }
 
 Grid::Grid(View& view, std::string name, int columns, int rows)
@@ -48,21 +55,30 @@ void Grid::SetSize(int columns, int rows) {
     std::vector<Cell> cells(static_cast<std::size_t>((columns + 1) * (rows + 1)));
     for (int row = 0; row <= std::min(rows, rows_); ++row)
         for (int column = 0; column <= std::min(columns, columns_) && !cells_.empty(); ++column)
-            cells[static_cast<std::size_t>(row * (columns + 1) + column)] = At(column, row);
+            cells[static_cast<std::size_t>(row * (columns + 1) + column)] =
+                cells_[static_cast<std::size_t>(Place(column, row))];
     columns_ = columns;
     rows_ = rows;
     cells_ = std::move(cells);
     Widths.resize(static_cast<std::size_t>(columns + 1), 10);
+    Row = std::min(Row, rows);
+    Col = std::min(Col, columns);
+    version_ = NextVersion();
+}
+
+int Grid::Place(int column, int row) const {
+    if (column < 0 || column > columns_) RaiseSubscript(column, static_cast<std::size_t>(columns_));
+    if (row < 0 || row > rows_) RaiseSubscript(row, static_cast<std::size_t>(rows_));
+    return row * (columns_ + 1) + column;
 }
 
 Grid::Cell& Grid::At(int column, int row) {
-    if (column < 0 || column > columns_) RaiseSubscript(column, static_cast<std::size_t>(columns_));
-    return Item(cells_, row * (columns_ + 1) + column);
+    const int place = Place(column, row);
+    version_ = NextVersion();
+    return Item(cells_, place);
 }
 
-const Grid::Cell& Grid::At(int column, int row) const {
-    return const_cast<Grid*>(this)->At(column, row);
-}
+const Grid::Cell& Grid::At(int column, int row) const { return Item(cells_, Place(column, row)); }
 
 Picture::Picture(View& view, std::string name, int width, int height)
     : Control(view, ControlKind::Picture, std::move(name)), Width(width), Height(height) {

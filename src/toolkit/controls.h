@@ -6,6 +6,7 @@
 #include "toolkit/view.h"
 
 #include <array>
+#include <cstdint>
 #include <functional>
 #include <initializer_list>
 #include <memory>
@@ -22,6 +23,9 @@ struct Button : Control {
     Button(View& view, std::string name, std::string caption = {})
         : Control(view, ControlKind::Button, std::move(name)), Caption(std::move(caption)) {}
     std::string Caption;
+    /// "Ctrl+S", empty for none. A plain key is not taken while a box is typed in. A key that a menu
+    /// item has already is not given to a button as well.
+    std::string Shortcut;
     Handler Click;
 };
 
@@ -81,6 +85,10 @@ struct NumberBox : Control {
 };
 
 /// List, drop-down list, or list of drives, folders or files. `Index` -1 is no selection.
+///
+/// An `Editable` one also takes a typed text: it stands in `Typed` while `Index` is -1, and `Enter`
+/// runs on the Enter key, and on leaving when the text was changed. A `Multiple` one keeps the
+/// selected items in `Picked`, ascending; `Index` is then the last of them.
 struct ListBox : Control {
     ListBox(View& view, std::string name, std::vector<std::string> items = {}, int index = -1)
         : Control(view, ControlKind::ListBox, std::move(name)),
@@ -88,40 +96,68 @@ struct ListBox : Control {
           Index(index) {}
     std::vector<std::string> Items;
     int Index;
+    bool Editable = false;
+    std::string Typed;
+    bool Multiple = false;
+    std::vector<int> Picked;
     Handler Click;
+    Handler DoubleClick;
+    Handler Enter;
+    /// What it shows.
     [[nodiscard]] std::string Text() const;
 };
 
-struct Label : Control {
+enum class MouseButton { None, Left, Right };
+
+/// What a control that takes the mouse does with it. Positions are in the control's own pixels;
+/// while a button is down they go on outside it.
+struct MouseTaker {
+    std::function<void(MouseButton, double x, double y)> MouseDown;
+    std::function<void(MouseButton, double x, double y)> MouseMove;
+    std::function<void(MouseButton, double x, double y)> MouseUp;
+};
+
+/// A label takes the mouse where a handler is set.
+struct Label : Control, MouseTaker {
     Label(View& view, std::string name, std::string caption = {})
         : Control(view, ControlKind::Label, std::move(name)), Caption(std::move(caption)) {}
     std::string Caption;
 };
 
 /// Frame round other controls, or a splitter bar. `Share` is the part of the height above it.
-struct Frame : Control {
+///
+/// A floating frame stands at `Left`, `Top` in the pixels of what it floats on, and takes the mouse
+/// where a handler is set. It follows the pointer without drift when each move adds the distance
+/// from where it was grasped: `Left += x - x0`, since the next position counts from its new place.
+struct Frame : Control, MouseTaker {
     Frame(View& view, std::string name, std::string caption = {})
         : Control(view, ControlKind::Frame, std::move(name)), Caption(std::move(caption)) {}
     std::string Caption;
     int Left = 0;
     int Top = 0;
+    int Width = 0;  // pixels, kept by the desktop
+    int Height = 0;
     double Share = 0.5;
     bool Raised = false;  // highlighted: the active one of its kind
 };
 
-/// Grid with rows and columns from 1; row or column 0 is the head.
+/// Grid with rows and columns from 1; row or column 0 is the head, and a head without any text is
+/// not shown.
 struct Grid : Control {
     enum class CellKind { Text, Tick, Swatch, Picture, Button };
     struct Cell {
-        std::string Text;
+        std::string Text;  // of a picture the name of its drawing
         CellKind Kind = CellKind::Text;
         bool Ticked = false;
-        Colour Fill = 0;
+        Colour Fill = 0;        // of a swatch
+        bool Editable = false;  // of a text: the user may type over it
+        bool operator==(const Cell&) const = default;
     };
     Grid(View& view, std::string name, int columns, int rows);
     void SetSize(int columns, int rows);  // keeps what fits
     [[nodiscard]] int Columns() const { return columns_; }
     [[nodiscard]] int Rows() const { return rows_; }
+    /// A cell to write to, for the moment: the desktop looks at the cells again after each call.
     /// Faults: Subscript outside the grid.
     [[nodiscard]] Cell& At(int column, int row);
     [[nodiscard]] const Cell& At(int column, int row) const;
@@ -129,9 +165,13 @@ struct Grid : Control {
     int Col = 0;
     std::vector<int> Widths;  // in characters, by column from 0
     std::function<void(int column, int row)> CellClick;
-    std::function<void(int column, int row)> CellEdit;
+    std::function<void(int column, int row)> CellEdit;  // a text was typed, or a tick changed
+    /// Another one after each chance to change a cell, unlike that of any other grid.
+    [[nodiscard]] std::uint64_t Version() const { return version_; }
 
 private:
+    [[nodiscard]] int Place(int column, int row) const;
+    std::uint64_t version_ = 0;
     int columns_ = 0;
     int rows_ = 0;
     std::vector<Cell> cells_;
@@ -158,11 +198,10 @@ struct ScrollBar : Control {
 
 /// Shape of the pointer over a picture.
 enum class Pointer { Arrow, Finger, Width, Cross };
-enum class MouseButton { None, Left, Right };
 
 /// A picture to draw on. Without a desktop it stands on a blank surface of its size, so that every
 /// drawing command runs headless too.
-struct Picture : Control {
+struct Picture : Control, MouseTaker {
     Picture(View& view, std::string name, int width = 640, int height = 240);
     ~Picture();
     /// The surface that the desktop gives it (nullptr: back to the blank one).
@@ -173,10 +212,11 @@ struct Picture : Control {
     Pointer Shape = Pointer::Arrow;
     std::string Drawing;        // name of a drawing of the desktop, shown in place of the surface
     std::uint64_t Painted = 0;  // raised by whoever drew on it, so that the desktop repaints
-    std::function<void(MouseButton, double x, double y)> MouseDown;
-    std::function<void(MouseButton, double x, double y)> MouseMove;
-    std::function<void(MouseButton, double x, double y)> MouseUp;
     std::function<void(double x, double y)> DoubleClick;
+    /// The wheel, in notches (a fine wheel gives fractions), above 0 away from the user or to the
+    /// left; x is where the pointer stands; `sideways` with Shift, or for a wheel that rolls
+    /// sideways.
+    std::function<void(double notches, double x, bool sideways)> Wheel;
 
 private:
     std::unique_ptr<Surface> blank_;

@@ -17,6 +17,10 @@ Desk& TheDesk() {
 
 void UseDesk(Desk* desk) { current = desk; }
 
+void TopMost(View& view) { TheDesk().StayOnTop(view, true); }
+
+void NoTopMost(View& view) { TheDesk().StayOnTop(view, false); }
+
 void Say(const std::string& text, const std::string& title) {
     (void)TheDesk().Ask({.Text = text, .Title = title});
 }

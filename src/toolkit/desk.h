@@ -87,6 +87,10 @@ public:
 [[nodiscard]] Desk& TheDesk();
 void UseDesk(Desk* desk);
 
+/// Puts a view on top of the others, or back among them, without moving, sizing or activating it.
+void TopMost(View& view);
+void NoTopMost(View& view);
+
 /// Plain message box with an OK button.
 void Say(const std::string& text, const std::string& title = {});
 /// Yes/No box with an exclamation icon and No as the default; true for Yes.

@@ -22,6 +22,8 @@ struct Hands {
     std::vector<ModalEntry> Modals;
     Control* Typed = nullptr;
     std::string TypedText;  // of a number box: not in the record yet
+    std::string TypedFrom;  // of an editable list: what it showed before
+    int TypedIndex = -1;
     std::vector<View*> PendingClose;
     std::vector<View*> PendingResize;
     std::vector<std::function<void()>> Later;
@@ -78,11 +80,21 @@ bool TakeNumber(NumberBox& box, const std::string& text) {
     return !box.Change || RunEvent(box.Owner, box.Change);
 }
 
+/// The end of typing into a list: a text that was changed and changed back leaves it as it was.
+bool TakeTyped(ListBox& list) {
+    if (list.Typed == hands.TypedFrom) {
+        list.Index = hands.TypedIndex;
+        return true;
+    }
+    return !list.Enter || RunEvent(list.Owner, list.Enter);
+}
+
 bool LeaveTyped() {
     Control* control = std::exchange(hands.Typed, nullptr);
     if (control == nullptr) return true;
     if (control->Kind == ControlKind::NumberBox)
         return TakeNumber(static_cast<NumberBox&>(*control), std::exchange(hands.TypedText, {}));
+    if (control->Kind == ControlKind::ListBox) return TakeTyped(static_cast<ListBox&>(*control));
     auto& box = static_cast<TextBox&>(*control);
     if (!box.Leave) return true;
     bool leaves = true;
@@ -215,27 +227,79 @@ bool Type(NumberBox& box, const std::string& text) {
     });
 }
 
+bool Type(ListBox& list, const std::string& text) {
+    if (!list.Editable) return false;
+    return Deliver(list, [&] {
+        if (hands.Typed != &list) {
+            hands.TypedFrom = list.Text();
+            hands.TypedIndex = list.Index;
+        }
+        hands.Typed = &list;
+        list.Typed = text;
+        list.Index = -1;
+    });
+}
+
 bool Leave(Control& box) {
     if (hands.Typed != &box || !MayAct(box.Owner)) return false;
     return LeaveTyped();
 }
 
+namespace {
+
+/// The box's own handler of Enter; nullptr for none.
+const Handler* EnterOf(const Control& box) {
+    const Handler* handler = nullptr;
+    if (box.Kind == ControlKind::NumberBox) handler = &static_cast<const NumberBox&>(box).Enter;
+    if (box.Kind == ControlKind::TextBox) handler = &static_cast<const TextBox&>(box).Enter;
+    if (box.Kind == ControlKind::ListBox) handler = &static_cast<const ListBox&>(box).Enter;
+    return handler != nullptr && *handler ? handler : nullptr;
+}
+
+}  // namespace
+
 bool PressEnter(Control& box) {
     if (!box.Usable() || !MayAct(box.Owner)) return false;
-    if (box.Kind == ControlKind::NumberBox) {
-        auto& number = static_cast<NumberBox&>(box);
-        if (hands.Typed == &box) LeaveTyped();
-        return !number.Enter || RunEvent(box.Owner, number.Enter);
+    const Handler* enter = EnterOf(box);
+    if (box.Kind == ControlKind::ListBox) {
+        // The typed text counts as taken: leaving the list later does not run Enter again.
+        if (hands.Typed == &box) hands.Typed = nullptr;
+    } else if (hands.Typed == &box && (enter == nullptr || box.Kind == ControlKind::NumberBox)) {
+        if (!LeaveTyped()) return false;
     }
-    auto& text = static_cast<TextBox&>(box);
-    return !text.Enter || RunEvent(box.Owner, text.Enter);
+    if (enter != nullptr) return RunEvent(box.Owner, *enter);
+    (void)Key(box.Owner, {.Key = KeyPress::Name::Enter});
+    return true;
 }
 
 bool Pick(ListBox& list, int index) {
     if (index < -1 || index >= static_cast<int>(list.Items.size())) return false;
     return Deliver(list, [&] {
+        if (hands.Typed == &list) hands.Typed = nullptr;  // an item in place of what was typed
         list.Index = index;
+        if (list.Multiple) list.Picked.assign(index >= 0 ? 1 : 0, index);
         RunIf(list.Click);
+    });
+}
+
+bool PickMany(ListBox& list, std::vector<int> indexes) {
+    std::sort(indexes.begin(), indexes.end());
+    const int count = static_cast<int>(list.Items.size());
+    if (!list.Multiple || (!indexes.empty() && (indexes.front() < 0 || indexes.back() >= count)))
+        return false;
+    return Deliver(list, [&] {
+        list.Index = indexes.empty() ? -1 : indexes.back();
+        list.Picked = std::move(indexes);
+        RunIf(list.Click);
+    });
+}
+
+bool DoubleClick(ListBox& list, int index) {
+    if (index < 0 || index >= static_cast<int>(list.Items.size())) return false;
+    return Deliver(list, [&] {
+        list.Index = index;
+        if (list.Multiple) list.Picked = {index};
+        RunIf(list.DoubleClick);
     });
 }
 
@@ -256,29 +320,46 @@ bool Scroll(ScrollBar& bar, int value) {
     });
 }
 
+namespace {
+
+/// The cell, head included; nullptr outside the grid.
+const Grid::Cell* CellOf(const Grid& grid, int column, int row) {
+    if (column < 0 || row < 0 || column > grid.Columns() || row > grid.Rows()) return nullptr;
+    return &grid.At(column, row);
+}
+
+void GoTo(Grid& grid, int column, int row) {
+    grid.Col = column;
+    grid.Row = row;
+}
+
+}  // namespace
+
 bool Edit(Grid& grid, int column, int row, const std::string& text) {
+    const Grid::Cell* cell = CellOf(grid, column, row);
+    if (cell == nullptr || cell->Kind != Grid::CellKind::Text || !cell->Editable) return false;
     return Deliver(grid, [&] {
         grid.At(column, row).Text = text;
-        grid.Col = column;
-        grid.Row = row;
+        GoTo(grid, column, row);
         if (grid.CellEdit) grid.CellEdit(column, row);
     });
 }
 
 bool Tick(Grid& grid, int column, int row) {
+    const Grid::Cell* cell = CellOf(grid, column, row);
+    if (cell == nullptr || cell->Kind != Grid::CellKind::Tick) return false;
     return Deliver(grid, [&] {
-        auto& cell = grid.At(column, row);
-        cell.Ticked = !cell.Ticked;
-        grid.Col = column;
-        grid.Row = row;
+        auto& ticked = grid.At(column, row).Ticked;
+        ticked = !ticked;
+        GoTo(grid, column, row);
         if (grid.CellEdit) grid.CellEdit(column, row);
     });
 }
 
 bool Press(Grid& grid, int column, int row) {
+    if (CellOf(grid, column, row) == nullptr) return false;
     return Deliver(grid, [&] {
-        grid.Col = column;
-        grid.Row = row;
+        GoTo(grid, column, row);
         if (grid.CellClick) grid.CellClick(column, row);
     });
 }
@@ -290,19 +371,63 @@ bool Key(View& view, const KeyPress& key) {
     return taken;
 }
 
+namespace {
+
+/// The press is an act of its own; a move or a release belongs to it and asks no box again.
+template <class C>
+bool Grasp(C& control, MouseButton button, double x, double y) {
+    if (!control.MouseDown) return false;
+    return Deliver(control, [&] { control.MouseDown(button, x, y); });
+}
+
+template <class C>
+bool Follow(C& control, const std::function<void(MouseButton, double, double)>& handler,
+            MouseButton button, double x, double y) {
+    if (!handler || !control.Usable() || !MayAct(control.Owner)) return false;
+    return RunEvent(control.Owner, [&] { handler(button, x, y); });
+}
+
+}  // namespace
+
 bool MouseDown(Picture& picture, MouseButton button, double x, double y) {
-    if (!picture.MouseDown) return false;
-    return Deliver(picture, [&] { picture.MouseDown(button, x, y); });
+    return Grasp(picture, button, x, y);
 }
 
 bool MouseMove(Picture& picture, MouseButton button, double x, double y) {
-    if (!picture.MouseMove || !picture.Usable() || !MayAct(picture.Owner)) return false;
-    return RunEvent(picture.Owner, [&] { picture.MouseMove(button, x, y); });
+    return Follow(picture, picture.MouseMove, button, x, y);
 }
 
 bool MouseUp(Picture& picture, MouseButton button, double x, double y) {
-    if (!picture.MouseUp || !picture.Usable() || !MayAct(picture.Owner)) return false;
-    return RunEvent(picture.Owner, [&] { picture.MouseUp(button, x, y); });
+    return Follow(picture, picture.MouseUp, button, x, y);
+}
+
+bool MouseDown(Label& label, MouseButton button, double x, double y) {
+    return Grasp(label, button, x, y);
+}
+
+bool MouseMove(Label& label, MouseButton button, double x, double y) {
+    return Follow(label, label.MouseMove, button, x, y);
+}
+
+bool MouseUp(Label& label, MouseButton button, double x, double y) {
+    return Follow(label, label.MouseUp, button, x, y);
+}
+
+bool MouseDown(Frame& frame, MouseButton button, double x, double y) {
+    return Grasp(frame, button, x, y);
+}
+
+bool MouseMove(Frame& frame, MouseButton button, double x, double y) {
+    return Follow(frame, frame.MouseMove, button, x, y);
+}
+
+bool MouseUp(Frame& frame, MouseButton button, double x, double y) {
+    return Follow(frame, frame.MouseUp, button, x, y);
+}
+
+bool Wheel(Picture& picture, double notches, double x, bool sideways) {
+    if (!picture.Wheel || notches == 0.0) return false;
+    return Deliver(picture, [&] { picture.Wheel(notches, x, sideways); });
 }
 
 bool DoubleClick(Picture& picture, double x, double y) {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <new>
 #include <string>
+#include <vector>
 
 namespace vael {
 
@@ -23,20 +24,32 @@ bool Tick(CheckBox& box);             // toggles
 bool Tick(CheckBox& box, int value);  // nothing happens when it has that value
 bool Type(TextBox& box, const std::string& text);
 bool Type(NumberBox& box, const std::string& text);
-bool Leave(Control& box);       // the focus goes away from a text or number box
-bool PressEnter(Control& box);  // Enter in a text or number box
+bool Type(ListBox& list, const std::string& text);  // into an editable list
+bool Leave(Control& box);                           // the focus goes away from a box
+/// Enter in a text or number box or an editable list. Where the box has no use for it the key goes
+/// on to the view, after the box was left.
+bool PressEnter(Control& box);
 bool Pick(ListBox& list, int index);
+bool PickMany(ListBox& list, std::vector<int> indexes);  // of a list with `Multiple`
+bool DoubleClick(ListBox& list, int index);
 bool Pick(Tabs& tabs, int index);
 bool Scroll(ScrollBar& bar, int value);
-bool Edit(Grid& grid, int column, int row, const std::string& text);
-bool Tick(Grid& grid, int column, int row);
+bool Edit(Grid& grid, int column, int row, const std::string& text);  // of an editable text
+bool Tick(Grid& grid, int column, int row);                           // of a cell with a tick
 bool Press(Grid& grid, int column, int row);
 bool Key(View& view, const KeyPress& key);
-/// Mouse on a picture, in the picture's own device pixels, also outside it during a drag.
+/// Mouse on a picture, a label or a frame, in its own pixels, also outside it during a drag.
 bool MouseDown(Picture& picture, MouseButton button, double x, double y);
 bool MouseMove(Picture& picture, MouseButton button, double x, double y);
 bool MouseUp(Picture& picture, MouseButton button, double x, double y);
+bool MouseDown(Label& label, MouseButton button, double x, double y);
+bool MouseMove(Label& label, MouseButton button, double x, double y);
+bool MouseUp(Label& label, MouseButton button, double x, double y);
+bool MouseDown(Frame& frame, MouseButton button, double x, double y);
+bool MouseMove(Frame& frame, MouseButton button, double x, double y);
+bool MouseUp(Frame& frame, MouseButton button, double x, double y);
 bool DoubleClick(Picture& picture, double x, double y);
+bool Wheel(Picture& picture, double notches, double x, bool sideways);
 bool Elapse(Timer& timer);
 /// The close box. While a command runs it is remembered and carried out afterwards. It does not ask
 /// the box that is being typed in, so nobody is held captive.

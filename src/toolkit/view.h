@@ -54,11 +54,29 @@ struct KeyPress {
         Right,
         Up,
         Down,
-        Add,
+        PageUp,
+        PageDown,
+        Home,
+        End,
+        Add,  // "+", "-" and "." of the number pad
         Subtract,
         Decimal,
         Enter,
-        Escape
+        Escape,
+        Space,
+        Delete,
+        F1,
+        F2,
+        F3,
+        F4,
+        F5,
+        F6,
+        F7,
+        F8,
+        F9,
+        F10,
+        F11,
+        F12
     } Key = Name::Other;
     bool Shift = false;
     bool Ctrl = false;

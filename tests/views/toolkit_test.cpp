@@ -23,6 +23,11 @@ struct Probe : View {
     ScrollBar bar{*this, "bar"};
     Grid grid{*this, "grid", 3, 2};
     Picture picture{*this, "picture"};
+    ListBox typed{*this, "typed", {"1K", "2K"}, 0};
+    ListBox files{*this, "files", {"a", "b", "c", "d"}};
+    Tabs tabs{*this, "tabs", {"PeakData", "UsePeak"}};
+    Label label{*this, "label"};
+    Frame frame{*this, "frame"};
     Timer timer{*this, "timer", 10};
     ControlArray<Button, 3> many{*this, "many", {"x", "y", "z"}};
 };
@@ -216,6 +221,167 @@ TEST_F(Hands, GridsCheckTheirBounds) {
     probe.grid.At(2, 1).Text = "kept";
     probe.grid.SetSize(4, 5);
     EXPECT_EQ(probe.grid.At(2, 1).Text, "kept");
+}
+
+TEST_F(Hands, OnlyAnEditableCellIsTypedOverAndOnlyATickIsTicked) {
+    probe.grid.CellEdit = [&](int c, int r) { runs += 10 * c + r; };
+    EXPECT_FALSE(Edit(probe.grid, 1, 2, "no"));
+    EXPECT_EQ(probe.grid.At(1, 2).Text, "");
+    probe.grid.At(1, 2).Editable = true;
+    EXPECT_TRUE(Edit(probe.grid, 1, 2, "yes"));
+    EXPECT_EQ(probe.grid.At(1, 2).Text, "yes");
+    EXPECT_EQ(runs, 12);
+    EXPECT_FALSE(Tick(probe.grid, 3, 1));
+    probe.grid.At(3, 1).Kind = Grid::CellKind::Tick;
+    EXPECT_TRUE(Tick(probe.grid, 3, 1));
+    EXPECT_TRUE(probe.grid.At(3, 1).Ticked);
+    EXPECT_EQ(runs, 12 + 31);
+    EXPECT_EQ(probe.grid.Col, 3);
+    EXPECT_EQ(probe.grid.Row, 1);
+    EXPECT_FALSE(Press(probe.grid, 4, 1)) << "outside the grid there is nothing to press";
+    EXPECT_TRUE(desk.Faults.empty());
+}
+
+TEST_F(Hands, AGridTellsThatItsCellsMayHaveChanged) {
+    const auto before = probe.grid.Version();
+    const Grid& seen = probe.grid;
+    (void)seen.At(1, 1);
+    EXPECT_EQ(probe.grid.Version(), before) << "reading changes nothing";
+    probe.grid.At(1, 1).Text = "x";
+    EXPECT_NE(probe.grid.Version(), before);
+    Probe another;
+    EXPECT_NE(another.grid.Version(), probe.grid.Version());
+}
+
+TEST_F(Hands, ASmallerGridHoldsItsCurrentCell) {
+    Press(probe.grid, 3, 2);
+    probe.grid.SetSize(2, 1);
+    EXPECT_EQ(probe.grid.Col, 2);
+    EXPECT_EQ(probe.grid.Row, 1);
+}
+
+TEST_F(Hands, TabsArePickedWithinTheirNumber) {
+    probe.tabs.Click = [&] { ++runs; };
+    EXPECT_TRUE(Pick(probe.tabs, 1));
+    EXPECT_FALSE(Pick(probe.tabs, 2));
+    EXPECT_EQ(probe.tabs.Index, 1);
+    EXPECT_EQ(runs, 1);
+}
+
+TEST_F(Hands, ADoubleClickOnAListPicksAndRunsItsOwnHandler) {
+    probe.files.Click = [&] { runs += 100; };
+    probe.files.DoubleClick = [&] { ++runs; };
+    EXPECT_TRUE(DoubleClick(probe.files, 2));
+    EXPECT_EQ(probe.files.Index, 2);
+    EXPECT_EQ(runs, 1);
+    EXPECT_FALSE(DoubleClick(probe.files, 4));
+}
+
+TEST_F(Hands, ManyItemsArePickedOnlyInAListOfMany) {
+    probe.files.Click = [&] { ++runs; };
+    EXPECT_FALSE(PickMany(probe.files, {0, 1}));
+    probe.files.Multiple = true;
+    EXPECT_TRUE(PickMany(probe.files, {3, 0}));
+    EXPECT_EQ(probe.files.Picked, (std::vector<int>{0, 3}));
+    EXPECT_EQ(probe.files.Index, 3);
+    EXPECT_FALSE(PickMany(probe.files, {0, 4}));
+    EXPECT_TRUE(Pick(probe.files, 1));
+    EXPECT_EQ(probe.files.Picked, std::vector<int>{1}) << "a plain pick takes the others back";
+    EXPECT_TRUE(PickMany(probe.files, {}));
+    EXPECT_EQ(probe.files.Index, -1);
+    EXPECT_EQ(runs, 3);
+}
+
+TEST_F(Hands, AnEditableListTakesATypedTextOnEnter) {
+    probe.typed.Editable = true;
+    std::vector<std::string> taken;
+    probe.typed.Enter = [&] { taken.push_back(probe.typed.Text()); };
+    EXPECT_FALSE(Type(probe.list, "x")) << "this list is not editable";
+    EXPECT_TRUE(Type(probe.typed, "3"));
+    EXPECT_TRUE(Type(probe.typed, "3k"));
+    EXPECT_EQ(TypedBox(), &probe.typed);
+    EXPECT_TRUE(taken.empty()) << "half typed";
+    EXPECT_TRUE(PressEnter(probe.typed));
+    EXPECT_EQ(taken, std::vector<std::string>{"3k"});
+    EXPECT_EQ(probe.typed.Index, -1);
+    EXPECT_TRUE(Click(probe.go));
+    EXPECT_EQ(taken.size(), 1u) << "leaving does not take it twice";
+}
+
+TEST_F(Hands, AnEditableListTakesATypedTextOnLeavingOnlyWhenItWasChanged) {
+    probe.typed.Editable = true;
+    probe.typed.Enter = [&] { ++runs; };
+    Type(probe.typed, "1");
+    Type(probe.typed, "1K");
+    EXPECT_TRUE(Leave(probe.typed));
+    EXPECT_EQ(runs, 0) << "changed and changed back";
+    EXPECT_EQ(probe.typed.Index, 0) << "it shows its item again";
+    Type(probe.typed, "auto");
+    EXPECT_TRUE(Click(probe.go)) << "an act elsewhere leaves it first";
+    EXPECT_EQ(runs, 1);
+    EXPECT_EQ(probe.typed.Text(), "auto");
+    Type(probe.typed, "log");
+    EXPECT_TRUE(Pick(probe.typed, 1));
+    EXPECT_EQ(probe.typed.Text(), "2K") << "an item takes the place of what was typed";
+    EXPECT_TRUE(Click(probe.go));
+    EXPECT_EQ(runs, 1);
+}
+
+TEST_F(Hands, EnterThatABoxHasNoUseForGoesOnToTheView) {
+    int keys = 0;
+    probe.KeyPreview = [&](const KeyPress& key) {
+        keys += key.Key == KeyPress::Name::Enter ? 1 : 0;
+        return true;
+    };
+    probe.text.Leave = [&] { return ++runs > 0; };
+    Type(probe.text, "x");
+    EXPECT_TRUE(PressEnter(probe.text));
+    EXPECT_EQ(runs, 1) << "the box was left first";
+    EXPECT_EQ(keys, 1);
+    probe.number.Enter = [&] { runs += 10; };
+    Type(probe.number, "5");
+    EXPECT_TRUE(PressEnter(probe.number));
+    EXPECT_EQ(probe.number.Value, 5.0);
+    EXPECT_EQ(runs, 11);
+    EXPECT_EQ(keys, 1) << "a box with a handler of its own keeps it";
+    probe.text.Leave = [] { return false; };
+    Type(probe.text, "y");
+    EXPECT_FALSE(PressEnter(probe.text));
+    EXPECT_EQ(keys, 1) << "a box that does not let go keeps the key";
+}
+
+TEST_F(Hands, TheWheelTellsNotchesPlaceAndDirection) {
+    EXPECT_FALSE(Wheel(probe.picture, 1.0, 10.0, false)) << "the picture has no use for it";
+    double sum = 0.0;
+    probe.picture.Wheel = [&](double notches, double x, bool sideways) {
+        sum += sideways ? 1000.0 : notches * x;
+    };
+    EXPECT_TRUE(Wheel(probe.picture, -0.25, 8.0, false));
+    EXPECT_EQ(sum, -2.0);
+    EXPECT_TRUE(Wheel(probe.picture, 1.0, 8.0, true));
+    EXPECT_EQ(sum, 998.0);
+    probe.picture.Enabled = false;
+    EXPECT_FALSE(Wheel(probe.picture, 1.0, 8.0, true));
+}
+
+TEST_F(Hands, ALabelMovesTheFrameItStandsInWithThePointer) {
+    double x0 = 0.0;
+    probe.label.MouseDown = [&](MouseButton, double x, double) { x0 = x; };
+    probe.label.MouseMove = [&](MouseButton button, double x, double) {
+        if (button == MouseButton::Left) probe.frame.Left += static_cast<int>(x - x0);
+    };
+    EXPECT_FALSE(MouseMove(probe.frame, MouseButton::Left, 1.0, 1.0)) << "it has no handler";
+    MouseDown(probe.label, MouseButton::Left, 5.0, 5.0);
+    MouseMove(probe.label, MouseButton::Left, 25.0, 5.0);
+    MouseMove(probe.label, MouseButton::Left, 8.0, 5.0);  // counted from where it stands now
+    EXPECT_EQ(probe.frame.Left, 23);
+}
+
+TEST_F(Hands, AViewIsPutOnTopAndBack) {
+    TopMost(probe);
+    EXPECT_TRUE(probe.OnTop);
+    NoTopMost(probe);
+    EXPECT_FALSE(probe.OnTop);
 }
 
 TEST_F(Hands, ATimerRunsOnlyWhileItIsEnabledAndNoCommandRuns) {
