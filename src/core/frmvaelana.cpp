@@ -6,10 +6,12 @@
 #include "core/expand.h"
 #include "core/fault.h"
 #include "core/frmlog.h"
+#include "core/frmselgraph.h"
 #include "core/graphs.h"
 #include "core/operations.h"
 #include "core/params.h"
 #include "core/pointing.h"
+#include "core/saving.h"
 #include "core/scales.h"
 #include "core/store.h"
 #include "core/text.h"
@@ -97,14 +99,13 @@ void Withhold(VaelAnaView& v) {
           &v.mnuMcaClear, &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion,
           &v.cmdFitCancel},
          "has no action");
-    Hold({&v.mnuSave,           &v.mnuProperty,       &v.mnuPrint,         &v.mnuBatchPrint,
-          &v.mnuCloseGraph,     &v.mnuGraphRaw,       &v.mnuGraphSmt,      &v.mnuGraphBack,
-          &v.mnuGraphBackRemoved, &v.mnuGraphFit,     &v.mnuColor,         &v.mnuCalcSpect,
+    Hold({&v.mnuProperty,       &v.mnuPrint,         &v.mnuBatchPrint,
+          &v.mnuColor,         &v.mnuCalcSpect,
           &v.mnuPeakIns,        &v.mnuPeakAllIns,     &v.mnuPeakDelete,    &v.mnuPeakAllDelete,
           &v.mnuRoiStart,       &v.mnuRoiEnd,         &v.mnuPeakReport,    &v.mnuFitting,
           &v.mnuFittingAll,     &v.mnuPeakSep,        &v.mnuExpressFit,    &v.mnuSetCons,
           &v.mnuExpandSetting,  &v.mnuCons,           &v.cmdManualFitting, &v.cmdShowReport,
-          &v.cmdMnSelGrp,       &v.Command1,          &v.cmdFiles[1],      &v.cmdFiles[2],
+          &v.Command1,          &v.cmdFiles[2],
           &v.cmdFiles[3],       &v.cmdEnergy[0],      &v.cmdEnergy[1],     &v.cmdOperation[1],
           &v.cmdOperation[9],   &v.cmdOperation[10]},
          "comes in a later release");
@@ -156,12 +157,15 @@ void Tips(VaelAnaView& v) {
     v.imnSpanCh.Tip = "Channels shown; a number and Enter change it";
     v.inumScaleX.Tip = "The shown span in the unit of the axis";
     v.hsbStartX.Tip = "First channel shown (Page Up, Page Down, Home, End; Shift and wheel)";
+    v.cmdMnSelGrp.Tip = "List of the graph rows (Ctrl+G)";
     for (CheckBox& show : v.chkFilePile) show.Tip = "Whether this window has a place";
     for (NumberBox& count : v.inumCursorCnt) count.Tip = "Count below the cursor";
 }
 
 void Keys(VaelAnaView& v) {
     v.mnuLoad.Shortcut = "Ctrl+O";
+    v.mnuSave.Shortcut = "Ctrl+S";
+    v.mnuCloseGraph.Shortcut = "Ctrl+W";
     v.mnuExit.Shortcut = "Ctrl+Q";
     v.mnuSmooth.Shortcut = "F4";
     v.mnuBackGround.Shortcut = "Ctrl+B";
@@ -237,6 +241,13 @@ void WirePlots(VaelAnaView& v) {
 
 void WireMenus(VaelAnaView& v) {
     v.mnuLoad.Click = LoadNew;
+    v.mnuSave.Click = FileSave;
+    v.mnuCloseGraph.Click = mnuCloseGraph_Click;
+    v.mnuGraphRaw.Click = [] { mnuGraphKind_Click(""); };
+    v.mnuGraphSmt.Click = [] { mnuGraphKind_Click(NAME_SMOOTH); };
+    v.mnuGraphBack.Click = [] { mnuGraphKind_Click(NAME_BACKGROUND); };
+    v.mnuGraphBackRemoved.Click = [] { mnuGraphKind_Click(NAME_REMOVED); };
+    v.mnuGraphFit.Click = [] { mnuGraphKind_Click(NAME_FIT); };
     v.mnuExit.Click = ExitProc;
     v.mnuSmooth.Click = vael::mnuSmooth;
     v.mnuBackGround.Click = vael::mnuBackGround;
@@ -262,6 +273,8 @@ void WireMenus(VaelAnaView& v) {
 
 void WirePanel(VaelAnaView& v) {
     v.cmdFiles[0].Click = LoadNew;
+    v.cmdFiles[1].Click = FileSave;
+    v.cmdMnSelGrp.Click = cmdMnSelGrp_Click;
     v.cmdAutoFit.Click = vael::cmdAutoFit;
     v.cmdDisplay[0].Click = [] {
         if (frmVaelAna.ckbExpand.Usable())

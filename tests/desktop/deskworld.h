@@ -4,6 +4,7 @@
 
 #include "core/frmdialogmessage.h"
 #include "core/frmlog.h"
+#include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "core/params.h"
 #include "core/store.h"
@@ -80,6 +81,7 @@ struct DeskWorld {
         settings = Settings{};
         Unload(frmVaelAna);
         Unload(frmLog);
+        Unload(frmSelGraph);
         Unload(frmDialogMessage);
         RunEvent(frmVaelAna, [this] { Form_Load(Folder.path().toStdString()); });
         Desk.Show();

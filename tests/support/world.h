@@ -3,6 +3,7 @@
 
 #include "core/frmdialogmessage.h"
 #include "core/frmlog.h"
+#include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "core/params.h"
 #include "core/store.h"
@@ -53,6 +54,7 @@ struct World {
         settings = Settings{};
         Unload(frmVaelAna);
         Unload(frmLog);
+        Unload(frmSelGraph);
         Unload(frmDialogMessage);
         Form_Load(Folder.Path());
     }
