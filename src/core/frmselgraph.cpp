@@ -62,7 +62,10 @@ void chkFix_Click() {
     SelGraphView& v = frmSelGraph;
     const bool fixed = v.chkFix.Value != 0;
     v.picPin.Drawing = fixed ? PIN_ON : PIN_OFF;
-    TheDesk().StayOnTop(v, fixed);
+    if (fixed)
+        TopMost(v);
+    else
+        NoTopMost(v);
 }
 
 }  // namespace
