@@ -64,6 +64,7 @@ void PictureWidget::paintEvent(QPaintEvent*) {
         painter.drawImage(QRectF(rect()), surface_.Image());
         return;
     }
+    painter.fillRect(rect(), palette().window());
     const QIcon drawing = SymbolIcon(QString::fromStdString(record_->Drawing), palette());
     drawing.paint(&painter, rect(), Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
 }
