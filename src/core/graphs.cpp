@@ -1,13 +1,16 @@
 // Graph rows and slots: moving spectra in and out of the store, and keeping the selectors in step.
 #include "core/graphs.h"
 
+#include "core/areamarks.h"
 #include "core/cursors.h"
+#include "core/expand.h"
 #include "core/fault.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "core/operations.h"
 #include "core/params.h"
+#include "core/scales.h"
 #include "core/saving.h"
 #include "core/store.h"
 #include "core/text.h"
@@ -123,12 +126,16 @@ int FirstRawRow() {
 /// Which of the show switches a new graph frees.
 void WindowStyleRule(int win) {
     VaelAnaView& v = frmVaelAna;
+    // A window whose switch is not free is shown; freed, the switch says so.
+    const auto setFree = [](CheckBox& show) {
+        if (!show.Enabled) show.Value = 1;
+        show.Enabled = true;
+    };
     if (v.ckbExpand.Value != 0) {
-        v.chkFilePile[0].Enabled = true;
-        return;
-    }
-    if (v.chkWinStyle.Value != 0 || win != 0) {
-        v.chkFilePile[0].Enabled = true;
+        setFree(v.chkFilePile[0]);
+    } else if (v.chkWinStyle.Value != 0 || win != 0) {
+        setFree(v.chkFilePile[0]);
+        if (v.chkWinStyle.Value == 0) setFree(v.chkFilePile[1]);
         v.chkFilePile[1].Enabled = true;
         v.ckbExpand.Enabled = false;
         v.mnuExpandOn.Enabled = false;
@@ -136,6 +143,7 @@ void WindowStyleRule(int win) {
         v.chkFilePile[1].Value = 0;
         v.chkFilePile[1].Enabled = false;
     }
+    ArrangeWindows();
 }
 
 }  // namespace
@@ -150,6 +158,7 @@ void RemoveAllRows() {
     EraseWindows();
     store.GraphTotal = 0;
     Add_cboGraphSel();
+    FreeStyleControls();
     // Slots of files that could not be read have no row to go with.
     const auto taken = [](const GraphEntry& entry) { return entry.State != 0; };
     if (std::none_of(store.GraphList.begin(), store.GraphList.end(), taken))
@@ -274,6 +283,7 @@ void DeleteGraph(int row) {
     Add_cboGraphSel();
     RefreshRows();
     AdjustSelections(selected);
+    FreeStyleControls();
     for (int win = 0; win < WINDOW_COUNT; ++win) AutoScale(win);
     RedrawBoth();
 }
@@ -340,7 +350,11 @@ void ChangeActiveWin(int win) {
         v.fraGraph[static_cast<std::size_t>(win)].Raised = true;
         v.fraGraph[static_cast<std::size_t>(1 - win)].Raised = false;
     }
+    if (v.chkArea.Value != 0 && win != v.ActiveWin) RemoveAreaMarks(v.ActiveWin);
     v.ActiveWin = win;
+    RefreshAreaMarks();
+    ShowScale();
+    ShowDrawKind();
     const GraphEntry& entry = RowEntry(GraphNo());
     if (entry.State == 0) {
         v.mnuCloseGraph.Caption = "Close Graph";
@@ -361,7 +375,9 @@ void cboGrphSel_Click(int win) {
     ChangeActiveWin(win);
     const int row = GraphNo();
     const GraphEntry& entry = RowEntry(row);
+    HidePeakMemo();
     ShowCursorValues();
+    RefreshCursorMarks();
     XScaleDraw();
     for (int each = 0; each < WINDOW_COUNT; ++each) ChgAllCaption_chkGrp(each, row);
     v.itxtGraphName.Text = entry.State > 0 ? entry.Name : "";
@@ -408,7 +424,7 @@ void RefreshRows() {
     for (int win = 0; win < WINDOW_COUNT; ++win) {
         for (int row = 0; row < GRAPH_COUNT; ++row) {
             const GraphEntry& entry = RowEntry(row);
-            const bool drawn = entry.State > 0 && entry.Visible != 0 && entry.WinNo == win;
+            const bool drawn = entry.Visible != 0 && entry.State > 0 && DrawnWindow(entry) == win;
             ChgValue_chkGrp(win, row, drawn ? 1 : 0, false);
             frmVaelAna.chkGrp[Box(win, row)].Filled = entry.State > 0;
         }
@@ -448,7 +464,7 @@ void chkGrp_Click(int win, int row) {
         return;
     }
     const bool wanted = box.Value != 0;
-    const bool drawnHere = entry.Visible != FALSE_WORD && entry.WinNo == win;
+    const bool drawnHere = entry.Visible != FALSE_WORD && DrawnWindow(entry) == win;
     if (wanted != drawnHere) {
         entry.Visible = wanted ? TRUE_WORD : FALSE_WORD;
         if (wanted) {
@@ -457,6 +473,7 @@ void chkGrp_Click(int win, int row) {
         } else {
             WithdrawSlot(entry.DataNo);
         }
+        FreeStyleControls();
         for (int each = 0; each < WINDOW_COUNT; ++each) AutoScale(each);
         RedrawBoth();
     }

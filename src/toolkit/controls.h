@@ -52,6 +52,7 @@ struct Option : Control {
     std::string Group;
     bool Value = false;
     Handler Click;
+    Handler DoubleClick;
 };
 
 /// Text box. `Leave` returns false to keep the focus.

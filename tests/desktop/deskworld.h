@@ -74,7 +74,13 @@ public:
         Answers.pop_front();
         return answer;
     }
+    bool OpenText(const std::string& path) override {
+        OpenedTexts.push_back(path);
+        return EditorStarts;
+    }
     void Quit() override { HasQuit = true; }
+    std::vector<std::string> OpenedTexts;
+    bool EditorStarts = true;
 };
 
 struct DeskWorld {

@@ -53,6 +53,8 @@ public:
     std::vector<std::string> Faults;
     std::vector<Question> Asked;
     std::vector<FileDialog> OpenDialogs;
+    std::vector<std::string> OpenedTexts;
+    bool EditorStarts = true;
     std::vector<FileDialog> SaveDialogs;
     int Shows = 0;
     int BusyDepth = 0;
@@ -122,6 +124,10 @@ public:
         if (on) ++BusyTurns;
     }
     bool Launch(const std::string&, const std::vector<std::string>&) override { return false; }
+    bool OpenText(const std::string& path) override {
+        OpenedTexts.push_back(path);
+        return EditorStarts;
+    }
     std::unique_ptr<PrintJob> StartPrintJob(const std::string&) override { return nullptr; }
     void StayOnTop(View& view, bool on) override { view.OnTop = on; }
     void Show() override { ++Shows; }
