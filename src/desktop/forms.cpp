@@ -3,10 +3,12 @@
 
 #include "core/frmdialogmessage.h"
 #include "core/frmlog.h"
+#include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "desktop/icons.h"
 #include "ui_frmdialogmessage.h"
 #include "ui_frmlog.h"
+#include "ui_frmselgraph.h"
 #include "ui_frmvaelana.h"
 
 #include <QLabel>
@@ -42,6 +44,7 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmVaelAna, FromUi<Ui::frmVaelAna>(),
                                            Form::Extras{StripColours, MarkStatus}));
     forms.push_back(std::make_unique<Form>(frmLog, FromUi<Ui::frmLog>()));
+    forms.push_back(std::make_unique<Form>(frmSelGraph, FromUi<Ui::frmSelGraph>()));
     forms.push_back(std::make_unique<Form>(frmDialogMessage, FromUi<Ui::frmDialogMessage>()));
     return forms;
 }
