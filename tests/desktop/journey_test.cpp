@@ -1,6 +1,7 @@
 // Journeys through the real window by mouse and keyboard, and the list of controls nobody pressed.
 #include "deskworld.h"
 
+#include "panelpresses.h"
 #include "rowspresses.h"
 
 #include "core/windows.h"
@@ -296,6 +297,7 @@ TEST(Journey, EveryEnabledControlIsPressed) {
     EXPECT_EQ(RowNames().front(), "Fit");
 
     test::PressSavingAndRows(world, press);
+    test::PressPlots(world, press);
 
     frmDialogMessage.Kind(0);
     frmDialogMessage.Visible = true;
