@@ -1,12 +1,18 @@
 // The list of forms: which .ui file belongs to which view.
 #include "desktop/forms.h"
 
+#include "analysis/frmsetting.h"
 #include "core/frmdialogmessage.h"
+#include "core/frmdisppara.h"
+#include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmvaelana.h"
 #include "desktop/icons.h"
 #include "ui_frmdialogmessage.h"
+#include "ui_frmdisppara.h"
+#include "ui_frminput.h"
 #include "ui_frmlog.h"
+#include "ui_frmsetting.h"
 #include "ui_frmvaelana.h"
 
 #include <QLabel>
@@ -43,6 +49,9 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
                                            Form::Extras{StripColours, MarkStatus}));
     forms.push_back(std::make_unique<Form>(frmLog, FromUi<Ui::frmLog>()));
     forms.push_back(std::make_unique<Form>(frmDialogMessage, FromUi<Ui::frmDialogMessage>()));
+    forms.push_back(std::make_unique<Form>(frmInput, FromUi<Ui::frmInput>()));
+    forms.push_back(std::make_unique<Form>(frmDispPara, FromUi<Ui::frmDispPara>()));
+    forms.push_back(std::make_unique<Form>(frmSetting, FromUi<Ui::frmSetting>()));
     return forms;
 }
 

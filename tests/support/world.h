@@ -1,7 +1,10 @@
 // A fresh world for a test: an empty store, views with their form defaults, a program folder.
 #pragma once
 
+#include "analysis/frmsetting.h"
 #include "core/frmdialogmessage.h"
+#include "core/frmdisppara.h"
+#include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmvaelana.h"
 #include "core/params.h"
@@ -54,6 +57,9 @@ struct World {
         Unload(frmVaelAna);
         Unload(frmLog);
         Unload(frmDialogMessage);
+        Unload(frmInput);
+        Unload(frmDispPara);
+        Unload(frmSetting);
         Form_Load(Folder.Path());
     }
     TempFolder Folder;
