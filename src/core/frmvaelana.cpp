@@ -1,7 +1,9 @@
 // The main view: two graph windows, the button panel, the menus, and the public accessors.
 #include "core/frmvaelana.h"
 
+#include "analysis/frmsetting.h"
 #include "core/cursors.h"
+#include "core/frmdisppara.h"
 #include "core/frmlog.h"
 #include "core/graphs.h"
 #include "core/operations.h"
@@ -61,7 +63,7 @@ void Withhold(VaelAnaView& v) {
                                          &v.mnuPeakColor,     &v.mnuPeakReport,
                                          &v.mnuFitting,       &v.mnuFittingAll,
                                          &v.mnuPeakSep,       &v.mnuExpressFit,
-                                         &v.mnuSetCons,       &v.mnuTaller,
+                                         &v.mnuTaller,
                                          &v.mnuShoter,        &v.mnuLogarithmic,
                                          &v.mnuAutomatic,     &v.mnuNorScale,
                                          &v.mnuExpandOn,      &v.mnuExpandOff,
@@ -73,7 +75,7 @@ void Withhold(VaelAnaView& v) {
                                          &v.mnuHelp,          &v.mnuVersion,
                                          &v.cmdManualFitting, &v.cmdFitCancel,
                                          &v.cmdShowReport,    &v.cmdMnSelGrp,
-                                         &v.Command1,         &v.cmdWider,
+                                         &v.cmdWider,
                                          &v.cmdNarrower,      &v.chkCsrType,
                                          &v.chkArea,          &v.chkPeakParameter,
                                          &v.ckbVtAuto,        &v.ckbLogScale,
@@ -164,6 +166,8 @@ VaelAnaView::VaelAnaView() : View("frmVaelAna", "Vael (Data Analyze) --- ") {
     mnuBackGround.Click = vael::mnuBackGround;
     mnuNaxFit.Click = mnuNaxFit_Click;
     mnuLogText.Click = mnuLogText_Click;
+    mnuSetCons.Click = ShowSetting;
+    Command1.Click = ShowDispPara;
     cmdFiles[0].Click = LoadNew;
     cmdAutoFit.Click = vael::cmdAutoFit;
     for (std::size_t k = 0; k < cmdOperation.size(); ++k)
