@@ -1,6 +1,7 @@
 // The NAX commands on graph rows: where a fit's peaks, curve and background go.
 #include "analysis/naxcommands.h"
 
+#include "analysis/naxwalk.h"
 #include "analysis/peak.h"
 #include "core/fault.h"
 #include "core/frmlog.h"
@@ -16,9 +17,17 @@
 namespace vael {
 namespace {
 
+/// The voice of a running fit. The status line counts the groups that the walk has fitted.
 Talk FitTalk() {
     Talk talk;
-    talk.log = [](std::string_view line) { PutLog(std::string(line)); };
+    TellStatus("Fitting ...");
+    talk.log = [groups = 0](std::string_view line) mutable {
+        PutLog(std::string(line));
+        if (!line.starts_with(NAX_GROUP_LINE)) return;
+        ++groups;
+        TellStatus("Fitting: " + std::to_string(groups) + (groups == 1 ? " group" : " groups") +
+                   " so far.");
+    };
     talk.say = [](std::string_view text, std::string_view title) {
         Say(std::string(text), std::string(title));
     };

@@ -9,9 +9,13 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vael {
+
+/// How the log line of a fitted group begins, by which a caller can count them.
+inline constexpr std::string_view NAX_GROUP_LINE = "CH ";
 
 /// What the tables of a run leave open, each with the reason for it. The figures behind them are
 /// those of 150 seeded spectra of each kind, never of a measured one: docs/numerics.md has them

@@ -23,6 +23,7 @@ public:
     void Breathe() override {}
     void Busy(bool) override {}
     bool Launch(const std::string&, const std::vector<std::string>&) override { return false; }
+    bool OpenText(const std::string&) override { return false; }
     std::unique_ptr<PrintJob> StartPrintJob(const std::string&) override { return nullptr; }
     void StayOnTop(View&, bool) override {}
     void Show() override {}

@@ -2,13 +2,21 @@
 #include "core/frmvaelana.h"
 
 #include "analysis/frmsetting.h"
+#include "core/areamarks.h"
 #include "core/cursors.h"
+#include "core/expand.h"
+#include "core/fault.h"
 #include "core/frmdisppara.h"
 #include "core/frmlog.h"
+#include "core/frmselgraph.h"
 #include "core/graphs.h"
 #include "core/operations.h"
 #include "core/params.h"
+#include "core/pointing.h"
+#include "core/saving.h"
+#include "core/scales.h"
 #include "core/store.h"
+#include "core/text.h"
 #include "core/units.h"
 #include "core/windows.h"
 #include "toolkit/hand.h"
@@ -24,8 +32,38 @@ void optEGC_Click(int index) {
                           : "The default calibration is in force.");
 }
 
+/// A double click shows what is in force; a single one leaves the texts as they are.
+void optEGC_DoubleClick() {
+    const ParamRecord& param = ParamInForce(DataNo());
+    SetEGCParam(param.EgcCoef);
+    frmVaelAna.txt2Theta.Text = FormatNumber(param.TwoTheta, "0.00000");
+    TellStatus("The calibration in force is shown.");
+}
+
+/// The record that a typed 2 theta goes to: that of the choice in force.
+ParamRecord& TypedParam() {
+    return store.UseFileEgc != 0 ? Item(store.PropertyRecords, DataNo()).Param : store.DefaultParam;
+}
+
+void txt2Theta_Take() {
+    ParamRecord& param = TypedParam();
+    const std::string typed = frmVaelAna.txt2Theta.Text;
+    const auto angle = ParseNumber(typed);
+    frmVaelAna.txt2Theta.Text = FormatNumber(angle.value_or(param.TwoTheta), "0.00000");
+    if (!angle) {
+        TellStatus("\"" + typed + "\" is no angle.");
+        return;
+    }
+    if (*angle == param.TwoTheta) return;
+    param.TwoTheta = *angle;
+    ShowCursorValues();
+    XScaleDraw();
+    TellStatus("2 theta is " + frmVaelAna.txt2Theta.Text + " degrees.");
+}
+
 void cboUnitX_Click() {
     frmVaelAna.UnitX = frmVaelAna.cboUnitX.Index;
+    HidePeakMemo();
     XScaleDraw();
 }
 
@@ -37,101 +75,241 @@ void mnuNaxFit_Click() {
     TellStatus("NaxFitting is chosen.");
 }
 
+void chkCsrType_Click() { RefreshCursorMarks(); }
+
+void chkPeakParameter_Click() { RedrawBoth(); }
+
 void mnuLogText_Click() { frmLog.Visible = true; }
 
 void Resized() {
+    HidePeakMemo();
     RedrawBoth();
     XScaleDraw();
 }
 
-/// Commands that come in a later release: their controls stand in their place and never work.
-void Withhold(VaelAnaView& v) {
-    constexpr const char* LATER = "comes in a later release";
-    for (Control* control :
-         std::initializer_list<Control*>{&v.mnuSave,          &v.mnuProperty,
-                                         &v.mnuPrint,         &v.mnuBatchPrint,
-                                         &v.mnuCloseGraph,    &v.mnuCloseWin,
-                                         &v.mnuGraphRaw,      &v.mnuGraphSmt,
-                                         &v.mnuGraphBack,     &v.mnuGraphBackRemoved,
-                                         &v.mnuGraphFit,      &v.mnuDot,
-                                         &v.mnuLine,          &v.mnuPaint,
-                                         &v.mnuColor,         &v.mnuCalcSpect,
-                                         &v.mnuPeakIns,       &v.mnuPeakAllIns,
-                                         &v.mnuPeakDelete,    &v.mnuPeakAllDelete,
-                                         &v.mnuPeakJumpB,     &v.mnuPeakJumpN,
-                                         &v.mnuRoiStart,      &v.mnuRoiEnd,
-                                         &v.mnuPeakColor,     &v.mnuPeakReport,
-                                         &v.mnuFitting,       &v.mnuFittingAll,
-                                         &v.mnuPeakSep,       &v.mnuExpressFit,
-                                         &v.mnuTaller,
-                                         &v.mnuShoter,        &v.mnuLogarithmic,
-                                         &v.mnuAutomatic,     &v.mnuNorScale,
-                                         &v.mnuExpandOn,      &v.mnuExpandOff,
-                                         &v.mnuExpandSetting, &v.mnuCons,
-                                         &v.mnuAtom,          &v.mnuEditCrystalFile,
-                                         &v.mnuMcaStart,      &v.mnuMcaStop,
-                                         &v.mnuMcaClear,      &v.mnuMcaPreset,
-                                         &v.mnuNonInter,      &v.mnuSchedule,
-                                         &v.mnuHelp,          &v.mnuVersion,
-                                         &v.cmdManualFitting, &v.cmdFitCancel,
-                                         &v.cmdShowReport,    &v.cmdMnSelGrp,
-                                         &v.cmdWider,
-                                         &v.cmdNarrower,      &v.chkCsrType,
-                                         &v.chkArea,          &v.chkPeakParameter,
-                                         &v.ckbVtAuto,        &v.ckbLogScale,
-                                         &v.ckbNorScale,      &v.itxtScaleY,
-                                         &v.hsbWidthY,        &v.ckbExpand,
-                                         &v.chkWinStyle,      &v.txt2Theta,
-                                         &v.hsbStartX,        &v.inumScaleX,
-                                         &v.imnSpanCh,        &v.inumCursorCh,
-                                         &v.itxtNoRoi,        &v.itxtNoPeak,
-                                         &v.itxtGraphName}) {
+void Hold(std::initializer_list<Control*> controls, const char* why) {
+    for (Control* control : controls) {
         control->Withheld = true;
-        control->Tip = LATER;
+        control->Tip = control->Tip.empty() ? why : control->Tip + " - " + why;
     }
-    const auto hold = [&](auto& array, std::initializer_list<std::size_t> which) {
-        for (const std::size_t k : which) {
-            array[k].Withheld = true;
-            array[k].Tip = array[k].Tip.empty() ? LATER : array[k].Tip + " - " + LATER;
-        }
-    };
-    hold(v.cmdFiles, {1, 2, 3});
-    hold(v.cmdEnergy, {0, 1});
-    hold(v.cmdDisplay, {0});
-    hold(v.cmdOperation, {1, 4, 5, 6, 7, 8, 9, 10, 11, 12});
-    hold(v.mnuWinType, {0, 1});
-    hold(v.chkFilePile, {0, 1});
-    hold(v.inumCursorCnt, {0, 1});
-    hold(v.inumCursorDisp, {0, 1, 2, 3, 4});
-    hold(v.spnCursor, {0, 1});
+}
+
+/// Controls that stand in their place and never work: those without any action, and those whose
+/// command comes in a later release.
+void Withhold(VaelAnaView& v) {
+    Hold({&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop,
+          &v.mnuMcaClear, &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion,
+          &v.cmdFitCancel},
+         "has no action");
+    Hold({&v.mnuProperty,       &v.mnuPrint,         &v.mnuBatchPrint,
+          &v.mnuColor,         &v.mnuCalcSpect,
+          &v.mnuPeakIns,        &v.mnuPeakAllIns,     &v.mnuPeakDelete,    &v.mnuPeakAllDelete,
+          &v.mnuRoiStart,       &v.mnuRoiEnd,         &v.mnuPeakReport,    &v.mnuFitting,
+          &v.mnuFittingAll,     &v.mnuPeakSep,        &v.mnuExpressFit,
+          &v.mnuExpandSetting,  &v.mnuCons,           &v.cmdManualFitting, &v.cmdShowReport,
+          &v.cmdFiles[2],
+          &v.cmdFiles[3],       &v.cmdEnergy[0],      &v.cmdEnergy[1],     &v.cmdOperation[1],
+          &v.cmdOperation[9],   &v.cmdOperation[10]},
+         "comes in a later release");
 }
 
 void Tips(VaelAnaView& v) {
     constexpr std::array<const char*, 13> OPERATIONS{
-        "Smooth the current row and fit all its peaks",
+        "Smooth the current row and fit all its peaks (F5)",
         "Fit by hand",
-        "Fit all peaks of the current row",
-        "Smooth the current row",
-        "Delete the peaks in the range of the area cursor",
+        "Fit all peaks of the current row (F6)",
+        "Smooth the current row (F4)",
+        "Delete the peaks in the range of the area cursor (Ctrl+Delete)",
         "Clear all data",
-        "Go to the previous peak",
-        "Area cursor on or off",
-        "Go to the next peak",
+        "Cursor to the previous peak (Alt+Left)",
+        "Area cursor over the whole axis, or off (F8)",
+        "Cursor to the next peak (Alt+Right)",
         "Lattice Fitting",
         "Peak report",
-        "Cursor one channel down",
-        "Cursor one channel up"};
+        "Cursor one channel down (Left; Shift: 20; Ctrl: marks an area)",
+        "Cursor one channel up (Right; Shift: 20; Ctrl: marks an area)"};
     for (std::size_t k = 0; k < OPERATIONS.size(); ++k) v.cmdOperation[k].Tip = OPERATIONS[k];
-    constexpr std::array<const char*, 4> FILES{"Open spectra (Ctrl+O)", "Save", "Print",
+    constexpr std::array<const char*, 4> FILES{"Open spectra (Ctrl+O)",
+                                               "Save the current row (Ctrl+S)", "Print",
                                                "Property sheet"};
     for (std::size_t k = 0; k < FILES.size(); ++k) v.cmdFiles[k].Tip = FILES[k];
     v.cmdEnergy[0].Tip = "Energy calibration";
     v.cmdEnergy[1].Tip = "Elements";
-    v.cmdDisplay[0].Tip = "Expand";
-    v.cmdAutoFit.Tip = "Smooth, remove the background and fit a single spectrum";
+    v.cmdDisplay[0].Tip = "Magnify a part in the lower window (Ctrl+E)";
+    v.cmdAutoFit.Tip = "Smooth, remove the background and fit a single spectrum (F7)";
     v.cboUnitX.Tip = "Unit of the lower axis";
-    v.optEGC[0].Tip = "Calibrate with the default polynomial";
-    v.optEGC[1].Tip = "Calibrate with each file's own polynomial";
+    v.optEGC[0].Tip = "Calibrate with the default polynomial; a double click shows it";
+    v.optEGC[1].Tip = "Calibrate with each file's own polynomial; a double click shows it";
+    v.txt2Theta.Tip = "Angle of the calibration in force; Enter stores it";
+    v.spnCursor[0].Tip = "Cursor one channel down (Left)";
+    v.spnCursor[1].Tip = "Cursor one channel up (Right)";
+    v.inumCursorCh.Tip = "Channel of the cursor; a number and Enter move it";
+    v.chkCsrType.Tip = "The cursor is a line of the full height, or a short mark above the count";
+    v.chkArea.Tip = "Two marks for an area; drag them, or drag across the plot";
+    v.chkPeakParameter.Tip = "Marks above the fitted peaks of both windows";
+    v.ckbVtAuto.Tip = "The vertical scale follows the counts";
+    v.ckbLogScale.Tip = "Logarithmic axis of seven decades (\".\" of the number pad)";
+    v.ckbNorScale.Tip = "The vertical scale stays as it is";
+    v.itxtScaleY.Tip = "Full scale of the active window: a number, with k or m, or log, or auto";
+    v.hsbWidthY.Tip = "Full scale of the active window (Up: taller, Down: shorter)";
+    v.ckbExpand.Tip = "The lower window magnifies a part of the upper one (Ctrl+E)";
+    v.chkWinStyle.Tip = "One plot with the graphs one above the other (Ctrl+U)";
+    v.cmdWider.Tip = "Twice the span about the cursor (\"+\" of the number pad)";
+    v.cmdNarrower.Tip = "Half the span about the cursor (\"-\" of the number pad)";
+    v.imnSpanCh.Tip = "Channels shown; a number and Enter change it";
+    v.inumScaleX.Tip = "The shown span in the unit of the axis";
+    v.hsbStartX.Tip = "First channel shown (Page Up, Page Down, Home, End; Shift and wheel)";
+    v.cmdMnSelGrp.Tip = "List of the graph rows (Ctrl+G)";
+    for (CheckBox& show : v.chkFilePile) show.Tip = "Whether this window has a place";
+    for (NumberBox& count : v.inumCursorCnt) count.Tip = "Count below the cursor";
+}
+
+void Keys(VaelAnaView& v) {
+    v.mnuLoad.Shortcut = "Ctrl+O";
+    v.mnuSave.Shortcut = "Ctrl+S";
+    v.mnuCloseGraph.Shortcut = "Ctrl+W";
+    v.mnuExit.Shortcut = "Ctrl+Q";
+    v.mnuSmooth.Shortcut = "F4";
+    v.mnuBackGround.Shortcut = "Ctrl+B";
+    v.mnuPeakJumpB.Shortcut = "Alt+Left";
+    v.mnuPeakJumpN.Shortcut = "Alt+Right";
+    v.mnuLogText.Shortcut = "Ctrl+L";
+    v.mnuWinType[0].Shortcut = "Ctrl+I";
+    v.mnuWinType[1].Shortcut = "Ctrl+U";
+    v.mnuLogarithmic.Shortcut = "Ctrl+1";
+    v.mnuAutomatic.Shortcut = "Ctrl+2";
+    v.mnuNorScale.Shortcut = "Ctrl+3";
+    v.cmdOperation[0].Shortcut = "F5";
+    v.cmdOperation[2].Shortcut = "F6";
+    v.cmdOperation[4].Shortcut = "Ctrl+Delete";
+    v.cmdOperation[7].Shortcut = "F8";
+    v.cmdAutoFit.Shortcut = "F7";
+    v.cmdDisplay[0].Shortcut = "Ctrl+E";
+    v.cmdMnSelGrp.Shortcut = "Ctrl+G";
+}
+
+void CheckableItems(VaelAnaView& v) {
+    for (Menu* item : {&v.mnuNaxFit, &v.mnuExpressFit, &v.mnuDot, &v.mnuLine, &v.mnuPaint,
+                       &v.mnuLogarithmic, &v.mnuAutomatic, &v.mnuNorScale, &v.mnuWinType[0],
+                       &v.mnuWinType[1], &v.mnuExpandOn, &v.mnuExpandOff})
+        item->Checkable = true;
+    for (Menu* item : {&v.mnuNaxFit, &v.mnuLine, &v.mnuAutomatic, &v.mnuWinType[0],
+                       &v.mnuExpandOff})
+        item->Checked = true;
+    for (Menu* item : {&v.mnuExit, &v.mnuNaxFit, &v.mnuDot, &v.mnuColor, &v.mnuPeakJumpB,
+                       &v.mnuRoiStart, &v.mnuPeakReport, &v.mnuSetCons, &v.mnuLogarithmic,
+                       &v.mnuWinType[0], &v.mnuExpandOn, &v.mnuLogText})
+        item->SeparatorBefore = true;
+}
+
+void WirePlots(VaelAnaView& v) {
+    for (int win = 0; win < WINDOW_COUNT; ++win) {
+        Picture& plot = v.picGraph[static_cast<std::size_t>(win)];
+        plot.MouseDown = [win](MouseButton button, double x, double y) {
+            PlotMouseDown(win, button, x, y);
+        };
+        plot.MouseMove = [win](MouseButton button, double x, double y) {
+            PlotMouseMove(win, button, x, y);
+        };
+        plot.MouseUp = [win](MouseButton button, double x, double y) {
+            PlotMouseUp(win, button, x, y);
+        };
+        plot.DoubleClick = [win](double x, double y) { PlotDoubleClick(win, x, y); };
+        plot.Wheel = [win](double notches, double x, bool sideways) {
+            PlotWheel(win, notches, x, sideways);
+        };
+        // The memo is dragged by its text.
+        Label& text = v.lblMemo[static_cast<std::size_t>(win)];
+        text.MouseDown = [win](MouseButton button, double x, double y) {
+            MemoMouseDown(win, button, x, y);
+        };
+        text.MouseMove = [win](MouseButton button, double x, double y) {
+            MemoMouseMove(win, button, x, y);
+        };
+        v.cboGrphSel[static_cast<std::size_t>(win)].Click = [win] { cboGrphSel_Click(win); };
+        v.chkFilePile[static_cast<std::size_t>(win)].Click = [win] { chkFilePile_Click(win); };
+        for (int row = 0; row < GRAPH_COUNT; ++row)
+            v.chkGrp[static_cast<std::size_t>(win * GRAPH_COUNT + row)].Click = [win, row] {
+                chkGrp_Click(win, row);
+            };
+    }
+    v.timCursor.Tick = timCursor_Tick;
+    v.hsbStartX.Change = hsbStartX_Change;
+    v.imnSpanCh.Change = imnSpanCh_Change;
+    v.cmdWider.Click = cmdWider_Click;
+    v.cmdNarrower.Click = cmdNarrower_Click;
+    v.cboUnitX.Click = cboUnitX_Click;
+}
+
+void WireMenus(VaelAnaView& v) {
+    v.mnuLoad.Click = LoadNew;
+    v.mnuSave.Click = FileSave;
+    v.mnuCloseGraph.Click = mnuCloseGraph_Click;
+    v.mnuGraphRaw.Click = [] { mnuGraphKind_Click(""); };
+    v.mnuGraphSmt.Click = [] { mnuGraphKind_Click(NAME_SMOOTH); };
+    v.mnuGraphBack.Click = [] { mnuGraphKind_Click(NAME_BACKGROUND); };
+    v.mnuGraphBackRemoved.Click = [] { mnuGraphKind_Click(NAME_REMOVED); };
+    v.mnuGraphFit.Click = [] { mnuGraphKind_Click(NAME_FIT); };
+    v.mnuExit.Click = ExitProc;
+    v.mnuSmooth.Click = vael::mnuSmooth;
+    v.mnuBackGround.Click = vael::mnuBackGround;
+    v.mnuNaxFit.Click = mnuNaxFit_Click;
+    v.mnuLogText.Click = mnuLogText_Click;
+    v.mnuSetCons.Click = ShowSetting;
+    v.Command1.Click = ShowDispPara;
+    v.mnuDot.Click = [] { SetDrawKind(DRAW_DOT); };
+    v.mnuLine.Click = [] { SetDrawKind(DRAW_LINE); };
+    v.mnuPaint.Click = [] { SetDrawKind(DRAW_PAINT); };
+    v.mnuPeakJumpB.Click = [] { GoToPeak(0); };
+    v.mnuPeakJumpN.Click = [] { GoToPeak(1); };
+    v.mnuTaller.Click = [] { StepScale(1); };
+    v.mnuShoter.Click = [] { StepScale(-1); };
+    v.mnuLogarithmic.Click = [] { SetScaleMode(ScaleMode::Log); };
+    v.mnuAutomatic.Click = [] { SetScaleMode(ScaleMode::Auto); };
+    v.mnuNorScale.Click = [] { SetScaleMode(ScaleMode::Normal); };
+    v.mnuWinType[0].Click = [] { mnuWinType_Click(0); };
+    v.mnuWinType[1].Click = [] { mnuWinType_Click(1); };
+    v.mnuExpandOn.Click = [] { mnuExpand_Click(1); };
+    v.mnuExpandOff.Click = [] { mnuExpand_Click(0); };
+    v.mnuEditCrystalFile.Click = [] { EditProgramFile("crystal.dat"); };
+    v.mnuHelp.Click = [] { EditProgramFile("History.txt"); };
+}
+
+void WirePanel(VaelAnaView& v) {
+    v.cmdFiles[0].Click = LoadNew;
+    v.cmdFiles[1].Click = FileSave;
+    v.cmdMnSelGrp.Click = cmdMnSelGrp_Click;
+    v.cmdAutoFit.Click = vael::cmdAutoFit;
+    v.cmdDisplay[0].Click = [] {
+        if (frmVaelAna.ckbExpand.Usable())
+            Set(frmVaelAna.ckbExpand, 1 - frmVaelAna.ckbExpand.Value);
+        else
+            TellStatus("Expand works on graphs in the upper window alone, without PileUp.");
+    };
+    for (std::size_t k = 0; k < v.cmdOperation.size(); ++k)
+        v.cmdOperation[k].Click = [k] { cmdOperation_Click(static_cast<int>(k)); };
+    v.spnCursor[0].Click = [] { spnCursor_SpinUpDown("-"); };
+    v.spnCursor[1].Click = [] { spnCursor_SpinUpDown("+"); };
+    v.inumCursorCh.Change = inumCursorCh_Change;
+    v.chkCsrType.Click = chkCsrType_Click;
+    v.chkArea.Click = chkArea_Click;
+    v.chkPeakParameter.Click = chkPeakParameter_Click;
+    v.ckbVtAuto.Click = [] { ckbScale_Click(ScaleMode::Auto); };
+    v.ckbLogScale.Click = [] { ckbScale_Click(ScaleMode::Log); };
+    v.ckbNorScale.Click = [] { ckbScale_Click(ScaleMode::Normal); };
+    v.itxtScaleY.Click = itxtScaleY_Click;
+    v.itxtScaleY.Enter = itxtScaleY_Enter;
+    v.hsbWidthY.Change = hsbWidthY_Change;
+    v.ckbExpand.Click = ckbExpand_Click;
+    v.chkWinStyle.Click = chkWinStyle_Click;
+    for (int index = 0; index < 2; ++index)
+        v.optEGC[static_cast<std::size_t>(index)].Click = [index] { optEGC_Click(index); };
+    for (Option& choice : v.optEGC) choice.DoubleClick = optEGC_DoubleClick;
+    v.txt2Theta.Enter = txt2Theta_Take;
+    v.txt2Theta.Leave = [] {
+        txt2Theta_Take();
+        return true;
+    };
 }
 
 }  // namespace
@@ -139,48 +317,31 @@ void Tips(VaelAnaView& v) {
 VaelAnaView::VaelAnaView() : View("frmVaelAna", "Vael (Data Analyze) --- ") {
     Tips(*this);
     Withhold(*this);
+    Keys(*this);
     for (int unit = UNIT_CH; unit <= UNIT_2THETA; ++unit)
         cboUnitX.Items.push_back(UnitAbbrev(unit));
     mnuWinType[0].Caption = "Line Up Graaph";
     mnuWinType[1].Caption = "Pile Up Graph";
-    mnuLoad.Shortcut = "Ctrl+O";
-    mnuExit.Shortcut = "Ctrl+Q";
-    mnuExit.SeparatorBefore = true;
-    mnuNaxFit.Checkable = true;
-    mnuNaxFit.Checked = true;
-    mnuNaxFit.SeparatorBefore = true;
-    mnuExpressFit.Checkable = true;
+    CheckableItems(*this);
     lblFitter.Caption = "NaxFitting";
     fraWinHeight.Share = 0.64;  // the upper window holds what is worked on
     optEGC[1].Value = true;     // a spectrum shows its own energies at once
     for (auto& box : inumCursorCnt) box.ReadOnly = true;
     for (auto& box : inumCursorDisp) box.ReadOnly = true;
+    for (TextBox* box : {&itxtNoRoi, &itxtNoPeak, &itxtGraphName}) box->ReadOnly = true;
+    inumScaleX.ReadOnly = true;
     inumCursorCh.Value = 1.0;
+    inumCursorCh.Least = 1.0;
+    imnSpanCh.Least = 1.0;
+    itxtScaleY.Editable = true;
 
     Closing = ExitProc;
+    KeyPreview = MainKeys;
     vael::View& view = *this;
     view.Resized = vael::Resized;
-    mnuLoad.Click = LoadNew;
-    mnuExit.Click = ExitProc;
-    mnuSmooth.Click = vael::mnuSmooth;
-    mnuBackGround.Click = vael::mnuBackGround;
-    mnuNaxFit.Click = mnuNaxFit_Click;
-    mnuLogText.Click = mnuLogText_Click;
-    mnuSetCons.Click = ShowSetting;
-    Command1.Click = ShowDispPara;
-    cmdFiles[0].Click = LoadNew;
-    cmdAutoFit.Click = vael::cmdAutoFit;
-    for (std::size_t k = 0; k < cmdOperation.size(); ++k)
-        cmdOperation[k].Click = [k] { cmdOperation_Click(static_cast<int>(k)); };
-    cboUnitX.Click = cboUnitX_Click;
-    for (int win = 0; win < WINDOW_COUNT; ++win) {
-        cboGrphSel[static_cast<std::size_t>(win)].Click = [win] { cboGrphSel_Click(win); };
-        optEGC[static_cast<std::size_t>(win)].Click = [win] { optEGC_Click(win); };
-        for (int row = 0; row < GRAPH_COUNT; ++row)
-            chkGrp[static_cast<std::size_t>(win * GRAPH_COUNT + row)].Click = [win, row] {
-                chkGrp_Click(win, row);
-            };
-    }
+    WireMenus(*this);
+    WirePanel(*this);
+    WirePlots(*this);
 }
 
 int GraphNo() { return GetGrpNo(); }

@@ -1,20 +1,60 @@
 // The main view: two graph windows, the button panel, the menus, and the public accessors.
 #pragma once
 
+#include "display/drawscale.h"
 #include "toolkit/controls.h"
 
+#include <array>
 #include <string>
 
 namespace vael {
 
+/// One end of an area. A channel of 65535, read as a 16-bit word -1, means that it is not set.
+struct AreaMark {
+    std::int16_t Channel = -1;
+    double Height = 0.0;  // where its flag stands: counts, on the log axis decades
+};
+
+/// What one graph window shows.
+struct WindowState {
+    int Start = 0;                      // first channel shown, 0-based
+    int Span = DEFAULT_CHANNELS;        // channels shown
+    std::int32_t FullScale = 10000000;  // counts; kept while the log axis is on
+    std::array<AreaMark, 2> Area;       // left, right
+    AxisScale CountAxis;                // what its count axis shows
+};
+
+/// How a window's height is found. The three boxes and the three menu items are one choice.
+enum class ScaleMode { Auto, Log, Normal };
+
+/// `WinStyle`: each window has its own graphs; window 1 magnifies a part of window 0; one plot with
+/// the graphs one above the other.
+enum class WindowStyle : std::int16_t { LineUp = 0, Expand = 1, PileUp = 2 };
+
+/// What the mouse holds between its press and its release.
+struct Dragging {
+    enum class What { Nothing, Cursor, Edge, Band } Held = What::Nothing;
+    int Window = 0;
+    int Edge = 0;         // of the area: 0 left, 1 right
+    int From = 0;         // channel where a band or an area began
+    double PointerX = 0;  // where the pointer is, also outside the picture
+};
+
 /// frmVaelAna. What fires a handler when the program sets it (Select, Set, Put): cboGrphSel,
-/// cboUnitX, chkGrp, ckbVtAuto, chkCsrType, optEGC.
+/// chkGrp, chkArea, ckbExpand, chkWinStyle, ckbVtAuto.
 struct VaelAnaView : View {
     VaelAnaView();
 
     // State of the view, read from outside by the accessors below.
     int ActiveWin = 0;                  // window 0 or 1 that has the focus of the commands
     int UnitX = 0;                      // axis unit of the cursor boxes
+    int Cursor = 0;                     // its channel, 0-based; the box shows it from 1
+    WindowStyle WinStyle = WindowStyle::LineUp;
+    ScaleMode LastScale = ScaleMode::Auto;  // what "Log" goes back to
+    std::array<WindowState, 2> Windows;
+    Dragging Drag;
+    Spot MemoGrasp;  // where the memo's text is held
+    AxisScale LowerAxis;
     bool StatusFault = false;           // the status line tells why a command ended
     Colour StripInk = Rgb(50, 54, 60);  // of the axis strips: the desktop follows its palette
     Colour StripBack = Rgb(239, 240, 241);

@@ -1,12 +1,17 @@
 // Graph rows and slots: moving spectra in and out of the store, and keeping the selectors in step.
 #include "core/graphs.h"
 
+#include "core/areamarks.h"
 #include "core/cursors.h"
+#include "core/expand.h"
 #include "core/fault.h"
 #include "core/frmlog.h"
+#include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "core/operations.h"
 #include "core/params.h"
+#include "core/scales.h"
+#include "core/saving.h"
 #include "core/store.h"
 #include "core/text.h"
 #include "core/windows.h"
@@ -29,14 +34,6 @@ GraphEntry& RowEntry(int row) { return Item(store.GraphList, row); }
 
 std::size_t Box(int win, int row) { return static_cast<std::size_t>(win * GRAPH_COUNT + row); }
 
-FileTalk ReaderTalk() {
-    FileTalk talk;
-    talk.ask = [](std::string_view question) { return AskYesNo(std::string(question)); };
-    talk.say = [](std::string_view text) { Say(std::string(text)); };
-    talk.log = [](std::string_view line) { PutLog(std::string(line)); };
-    return talk;
-}
-
 /// The spectrum's own polynomial and 2 theta, whichever calibration is in force.
 void ShowOwnCalibration(int slot) {
     const ParamRecord& param = Item(store.PropertyRecords, slot).Param;
@@ -51,23 +48,94 @@ bool CanBeDrawn(const SpectrumData& data) {
     return std::none_of(data.Count.begin(), end, [](std::int32_t count) { return count < LOWEST; });
 }
 
-/// A selector whose row is gone goes to the last row that is there.
-void AdjustSelections() {
-    const int last = std::max(0, store.GraphTotal - 1);
-    for (auto& list : frmVaelAna.cboGrphSel)
-        if (list.Index > last) list.Index = last;
-    ChangeActiveWin(frmVaelAna.ActiveWin);
+using Selections = std::array<int, WINDOW_COUNT>;  // slot of each window's selected row, or -1
+
+Selections SelectedSlots() {
+    Selections slots{-1, -1};
+    for (std::size_t win = 0; win < WINDOW_COUNT; ++win) {
+        const GraphEntry& entry = RowEntry(std::max(0, frmVaelAna.cboGrphSel[win].Index));
+        if (entry.State > 0) slots[win] = entry.DataNo;
+    }
+    return slots;
 }
 
-/// Step 5 of the style rule: which of the show switches a new graph frees.
+/// Each selector stays with its graph where that one is still there; else it keeps its place in the
+/// list, and goes to the last row when there are fewer.
+void AdjustSelections(const Selections& slots) {
+    const int last = std::max(0, store.GraphTotal - 1);
+    for (std::size_t win = 0; win < WINDOW_COUNT; ++win) {
+        auto& list = frmVaelAna.cboGrphSel[win];
+        const int row = slots[win] < 0 ? -1 : RowOfSlot(slots[win]);
+        list.Index = row >= 0 ? row : std::min(list.Index, last);
+    }
+    const int win = frmVaelAna.ActiveWin;
+    Change_cboGrphSel(win, std::max(0, frmVaelAna.cboGrphSel[static_cast<std::size_t>(win)].Index));
+}
+
+/// The graph that stood in a row goes off the windows when another slot takes the row: nothing else
+/// would ever take it away. Its slot stays allocated.
+void WithdrawReplaced(const GraphEntry& entry, int slot) {
+    if (entry.State > 0 && entry.DataNo != slot) WithdrawSlot(entry.DataNo);
+}
+
+/// The chosen files into window 0 and the rows from 0 on; at most ten.
+void LoadChosen(const FileChoice& chosen) {
+    store.FilterIndex = static_cast<std::int16_t>(chosen.FilterIndex);
+    const PathPieces first = SplitFilePath(chosen.Paths.front());
+    store.DataDrive = first.Drive;
+    store.DataFolder = first.Folder;
+
+    int read = 0;
+    std::string refused;
+    const auto count = std::min<std::size_t>(chosen.Paths.size(), GRAPH_COUNT);
+    for (std::size_t i = 0; i < count; ++i) {
+        std::int16_t ok = FALSE_WORD;
+        ReadGraph(0, static_cast<int>(i), chosen.Paths[i], ok);
+        if (ok == TRUE_WORD)
+            ++read;
+        else
+            refused += (refused.empty() ? "" : ", ") + SplitFilePath(chosen.Paths[i]).Base();
+    }
+    if (!refused.empty())
+        TellStatus("Not read: " + refused + " (the reason stands in the log).", true);
+    else
+        TellStatus("Opened " + std::to_string(read) + (read == 1 ? " spectrum." : " spectra."));
+}
+
+/// The open dialog and its files; false when it was cancelled. The desk hands over any number of
+/// whole paths, so names with blanks or commas are no lists, and each file keeps its own folder.
+bool AskAndLoad() {
+    const auto chosen = TheDesk().OpenFiles({.Title = "Open",
+                                             .Filter = OPEN_FILTER,
+                                             .FilterIndex = FilterIndexFor(OPEN_FILTER),
+                                             .Folder = store.DataDrive + store.DataFolder,
+                                             .Name = "",
+                                             .Multiple = true});
+    if (!chosen) return false;
+    if (CheckNoSave() == FALSE_WORD) LoadChosen(*chosen);
+    return true;
+}
+
+/// The first row of a graph that is not derived, or -1.
+int FirstRawRow() {
+    for (int row = 0; row < GRAPH_COUNT; ++row)
+        if (RowEntry(row).State > 0 && !IsDerivedName(RowEntry(row).Name)) return row;
+    return -1;
+}
+
+/// Which of the show switches a new graph frees.
 void WindowStyleRule(int win) {
     VaelAnaView& v = frmVaelAna;
+    // A window whose switch is not free is shown; freed, the switch says so.
+    const auto setFree = [](CheckBox& show) {
+        if (!show.Enabled) show.Value = 1;
+        show.Enabled = true;
+    };
     if (v.ckbExpand.Value != 0) {
-        v.chkFilePile[0].Enabled = true;
-        return;
-    }
-    if (v.chkWinStyle.Value != 0 || win != 0) {
-        v.chkFilePile[0].Enabled = true;
+        setFree(v.chkFilePile[0]);
+    } else if (v.chkWinStyle.Value != 0 || win != 0) {
+        setFree(v.chkFilePile[0]);
+        if (v.chkWinStyle.Value == 0) setFree(v.chkFilePile[1]);
         v.chkFilePile[1].Enabled = true;
         v.ckbExpand.Enabled = false;
         v.mnuExpandOn.Enabled = false;
@@ -75,6 +143,7 @@ void WindowStyleRule(int win) {
         v.chkFilePile[1].Value = 0;
         v.chkFilePile[1].Enabled = false;
     }
+    ArrangeWindows();
 }
 
 }  // namespace
@@ -89,6 +158,7 @@ void RemoveAllRows() {
     EraseWindows();
     store.GraphTotal = 0;
     Add_cboGraphSel();
+    FreeStyleControls();
     // Slots of files that could not be read have no row to go with.
     const auto taken = [](const GraphEntry& entry) { return entry.State != 0; };
     if (std::none_of(store.GraphList.begin(), store.GraphList.end(), taken))
@@ -99,40 +169,10 @@ void LoadNew() {
     RemoveAllRows();
     store.AreaFitDone = FALSE_WORD;
     cmdOperationInit();
-    FileLoad();
+    if (!AskAndLoad()) TellStatus("The rows were emptied; no file was chosen.");
 }
 
-void FileLoad() {
-    FileDialog dialog;
-    dialog.Title = "Open";
-    dialog.Filter = OPEN_FILTER;
-    dialog.FilterIndex = std::max<int>(1, store.FilterIndex);
-    dialog.Folder = store.DataDrive + store.DataFolder;
-    dialog.Multiple = true;
-    const auto chosen = TheDesk().OpenFiles(dialog);
-    if (!chosen) return;
-    if (CheckNoSave() == TRUE_WORD) return;
-    store.FilterIndex = static_cast<std::int16_t>(chosen->FilterIndex);
-    const PathPieces first = SplitFilePath(chosen->Paths.front());
-    store.DataDrive = first.Drive;
-    store.DataFolder = first.Folder;
-
-    int read = 0;
-    std::string refused;
-    const auto count = std::min<std::size_t>(chosen->Paths.size(), GRAPH_COUNT);
-    for (std::size_t i = 0; i < count; ++i) {
-        std::int16_t ok = FALSE_WORD;
-        ReadGraph(0, static_cast<int>(i), chosen->Paths[i], ok);
-        if (ok == TRUE_WORD)
-            ++read;
-        else
-            refused += (refused.empty() ? "" : ", ") + SplitFilePath(chosen->Paths[i]).Base();
-    }
-    if (!refused.empty())
-        TellStatus("Not read: " + refused + " (the reason stands in the log).", true);
-    else
-        TellStatus("Opened " + std::to_string(read) + (read == 1 ? " spectrum." : " spectra."));
-}
+void FileLoad() { (void)AskAndLoad(); }
 
 void ReadGraph(int win, int row, const std::string& path, std::int16_t& ok) {
     ok = FALSE_WORD;
@@ -147,7 +187,7 @@ void ReadGraph(int win, int row, const std::string& path, std::int16_t& ok) {
 
     const std::int16_t done =
         ReadByExtension(path, {data, Item(store.PropertyRecords, slot), store.LastSourceType},
-                        Item(store.PeakTables, slot), ReaderTalk());
+                        Item(store.PeakTables, slot), DeskFileTalk());
     if (done != TRUE_WORD) return;
 
     if (!CanBeDrawn(data)) {
@@ -165,6 +205,7 @@ void ReadGraph(int win, int row, const std::string& path, std::int16_t& ok) {
 
 void SetGraph(int win, int row, int slot, const std::string& name) {
     GraphEntry& entry = RowEntry(row);
+    WithdrawReplaced(entry, slot);
     entry.DataNo = static_cast<std::int16_t>(slot);
     entry.State = 1;
     entry.Visible = TRUE_WORD;
@@ -231,6 +272,7 @@ void ShiftGraph(int start, int direction, std::int16_t& ok) {
 void DeleteGraph(int row) {
     const int last = store.GraphTotal - 1;
     if (last < 0) return;
+    const Selections selected = SelectedSlots();
     if (RowEntry(row).State != 0) {
         std::int16_t ok = TRUE_WORD;
         ClearGrp(row, ok);
@@ -240,7 +282,9 @@ void DeleteGraph(int row) {
     if (row <= last) RowEntry(last) = GraphEntry{};
     Add_cboGraphSel();
     RefreshRows();
-    AdjustSelections();
+    AdjustSelections(selected);
+    FreeStyleControls();
+    for (int win = 0; win < WINDOW_COUNT; ++win) AutoScale(win);
     RedrawBoth();
 }
 
@@ -251,6 +295,7 @@ void ClearGrp(int row, std::int16_t& ok) {
     GraphEntry& entry = RowEntry(row);
     Item(store.SpectrumDatas, entry.DataNo).Count.fill(0);
     WithdrawSlot(entry.DataNo);
+    GraphSel_Delete(row);
     entry.State = 0;
     --store.GraphTotal;
     Item(store.SlotUsed, entry.DataNo) = FALSE_WORD;
@@ -281,6 +326,11 @@ int RowOfName(const std::string& name) {
     return -1;
 }
 
+bool IsDerivedName(const std::string& name) {
+    return name == NAME_SMOOTH || name == NAME_BACKGROUND || name == NAME_REMOVED ||
+           name == NAME_FIT;
+}
+
 int GetRealWinNo() { return frmVaelAna.ckbExpand.Value != 0 ? 0 : frmVaelAna.ActiveWin; }
 
 int GetGrpNo() {
@@ -300,7 +350,11 @@ void ChangeActiveWin(int win) {
         v.fraGraph[static_cast<std::size_t>(win)].Raised = true;
         v.fraGraph[static_cast<std::size_t>(1 - win)].Raised = false;
     }
+    if (v.chkArea.Value != 0 && win != v.ActiveWin) RemoveAreaMarks(v.ActiveWin);
     v.ActiveWin = win;
+    RefreshAreaMarks();
+    ShowScale();
+    ShowDrawKind();
     const GraphEntry& entry = RowEntry(GraphNo());
     if (entry.State == 0) {
         v.mnuCloseGraph.Caption = "Close Graph";
@@ -312,6 +366,7 @@ void ChangeActiveWin(int win) {
 }
 
 void Change_cboGrphSel(int win, int row) {
+    if (row < 0 || row >= GRAPH_COUNT) return;  // row 10 stands for "there is none"
     Select(frmVaelAna.cboGrphSel[static_cast<std::size_t>(win)], row);
 }
 
@@ -320,11 +375,17 @@ void cboGrphSel_Click(int win) {
     ChangeActiveWin(win);
     const int row = GraphNo();
     const GraphEntry& entry = RowEntry(row);
+    HidePeakMemo();
     ShowCursorValues();
+    RefreshCursorMarks();
     XScaleDraw();
-    ChgAllCaption_chkGrp(win, row);
+    for (int each = 0; each < WINDOW_COUNT; ++each) ChgAllCaption_chkGrp(each, row);
     v.itxtGraphName.Text = entry.State > 0 ? entry.Name : "";
-    if (entry.State > 0) ShowOwnCalibration(entry.DataNo);
+    if (entry.State > 0)
+        ShowOwnCalibration(entry.DataNo);
+    else
+        v.Caption = TITLE;  // not the name of a graph that is gone
+    ChangeCurChek(row);
 }
 
 void Add_cboGraphSel() {
@@ -363,12 +424,35 @@ void RefreshRows() {
     for (int win = 0; win < WINDOW_COUNT; ++win) {
         for (int row = 0; row < GRAPH_COUNT; ++row) {
             const GraphEntry& entry = RowEntry(row);
-            const bool drawn = entry.State > 0 && entry.Visible != 0 && entry.WinNo == win;
+            const bool drawn = entry.Visible != 0 && entry.State > 0 && DrawnWindow(entry) == win;
             ChgValue_chkGrp(win, row, drawn ? 1 : 0, false);
             frmVaelAna.chkGrp[Box(win, row)].Filled = entry.State > 0;
         }
         ChgAllCaption_chkGrp(win, GetGrpNo());
     }
+    GraphSel_Repl();
+}
+
+void mnuCloseGraph_Click() {
+    const GraphEntry& entry = RowEntry(GraphNo());
+    if (entry.State == 0) {
+        TellStatus("There is no graph in this row.");
+        return;
+    }
+    const std::string name = entry.Name;
+    const int total = store.GraphTotal;
+    DeleteGraph(GraphNo());
+    if (store.GraphTotal < total) TellStatus("Closed " + name + ".");
+}
+
+void mnuGraphKind_Click(const std::string& name) {
+    const int row = name.empty() ? FirstRawRow() : RowOfName(name);
+    Change_cboGrphSel(frmVaelAna.ActiveWin, row < 0 ? GRAPH_COUNT : row);
+    if (row >= 0)
+        TellStatus(RowEntry(row).Name + " is the current graph.");
+    else
+        TellStatus(name.empty() ? "There is no graph of a file."
+                                : "There is no graph " + name + ".");
 }
 
 void chkGrp_Click(int win, int row) {
@@ -379,17 +463,19 @@ void chkGrp_Click(int win, int row) {
         box.Value = 0;
         return;
     }
-    const std::int16_t wanted = box.Value != 0 ? TRUE_WORD : FALSE_WORD;
-    if (wanted != entry.Visible) {
-        entry.Visible = wanted;
-        if (wanted != FALSE_WORD) {
-            entry.WinNo = static_cast<std::int16_t>(win);
+    const bool wanted = box.Value != 0;
+    const bool drawnHere = entry.Visible != FALSE_WORD && DrawnWindow(entry) == win;
+    if (wanted != drawnHere) {
+        entry.Visible = wanted ? TRUE_WORD : FALSE_WORD;
+        if (wanted) {
+            entry.WinNo = static_cast<std::int16_t>(win);  // it leaves the other window
             RegisterRow(row);
         } else {
             WithdrawSlot(entry.DataNo);
         }
-        AutoScale(win);
-        RedrawWindow(win);
+        FreeStyleControls();
+        for (int each = 0; each < WINDOW_COUNT; ++each) AutoScale(each);
+        RedrawBoth();
     }
     RefreshRows();
     SetEGCParam(Item(store.PropertyRecords, entry.DataNo).Param.EgcCoef);

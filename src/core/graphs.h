@@ -43,6 +43,8 @@ void ClearAllGrp(std::int16_t& ok);
 [[nodiscard]] int RowOfSlot(int slot);
 /// Row 0 to 9 of that name, or -1.
 [[nodiscard]] int RowOfName(const std::string& name);
+/// Whether it is one of the four names of derived graphs.
+[[nodiscard]] bool IsDerivedName(const std::string& name);
 /// The window that commands work on: 0 in Expand style, else the active one.
 [[nodiscard]] int GetRealWinNo();
 /// Current row of the real window.
@@ -51,6 +53,7 @@ void ClearAllGrp(std::int16_t& ok);
 [[nodiscard]] int GetGrpNo2();
 
 void ChangeActiveWin(int win);
+/// Selects a row in a window and runs the selector's handler; a row that is none is refused.
 void Change_cboGrphSel(int win, int row);
 /// Rebuilds both selectors' items and keeps their indexes.
 void Add_cboGraphSel();
@@ -62,8 +65,11 @@ void ChgAllCaption_chkGrp(int win, int row);
 /// Ticks, captions and colours of all boxes as the rows say.
 void RefreshRows();
 
-/// Handlers of the selectors and boxes, wired by the main view.
+/// Handlers of the selectors, boxes and menu items, wired by the main view. A row shows in one
+/// window: ticking it in the other moves it there. An empty kind is that of graphs from files.
 void cboGrphSel_Click(int win);
 void chkGrp_Click(int win, int row);
+void mnuCloseGraph_Click();
+void mnuGraphKind_Click(const std::string& name);
 
 }  // namespace vael

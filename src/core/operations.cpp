@@ -4,6 +4,9 @@
 #include "analysis/backgraund.h"
 #include "analysis/calc.h"
 #include "analysis/naxcommands.h"
+#include "analysis/peak.h"
+#include "core/areamarks.h"
+#include "core/cursors.h"
 #include "core/fault.h"
 #include "core/frmlog.h"
 #include "core/frmvaelana.h"
@@ -100,6 +103,52 @@ int RowFor(int slot) {
 /// Rows of inserted slots: row 0 is the last inserted one, row 1 the one before.
 void SetDerived(int row, int slot, const char* name) {
     SetGraph(frmVaelAna.ActiveWin, row, slot, name);
+}
+
+/// Button 4: the peaks whose centre lies in the area go, after a question.
+void DeletePeaksInArea() {
+    if (!AskYesNo("It will deletes peaks in the range of the area cursor")) return;
+    std::int16_t start = 0;
+    std::int16_t end = 0;
+    int gone = 0;
+    if (GetRegions(start, end) == TRUE_WORD) {
+        PeakTable& peaks = Item(store.PeakTables, DataNo());
+        const int from = std::min(start, end);
+        const int to = std::max(start, end);
+        for (auto found = CountPeakInRegion(peaks, from, to); found.Count > 0;
+             found = CountPeakInRegion(peaks, from, to)) {
+            DeletePeak(frmVaelAna.ActiveWin, DataNo(), found.First, peaks, Marks{});
+            ++gone;
+        }
+    }
+    std::int16_t ok = FALSE_WORD;
+    ResetRoiAll(ok);
+    ShowCursorValues();
+    RedrawBoth();
+    TellStatus("Deleted " + std::to_string(gone) + (gone == 1 ? " peak." : " peaks."));
+}
+
+/// Button 5.
+void AskAndClear() {
+    if (!AskYesNo("Clear All Data", "VaelAna")) return;
+    ClearAllData();
+    cmdOperationInit();
+    TellStatus("All rows are empty.");
+}
+
+/// Button 7: the area cursor over the whole axis, or off; the button that deletes in it follows.
+void ToggleArea() {
+    VaelAnaView& v = frmVaelAna;
+    const bool off = v.chkArea.Value != 0;
+    if (off) {
+        std::int16_t ok = FALSE_WORD;
+        ResetRoiAll(ok);
+        v.chkArea.Value = 0;
+    } else {
+        AreaToWholeAxis();
+    }
+    v.cmdOperation[4].Enabled = !off;
+    chkArea_Click();
 }
 
 void NaxButton(bool smoothFirst) {
@@ -289,11 +338,52 @@ void SetEGCParam(const std::array<double, 3>& coef) {
                                 FormatNumber(coef[2], "0.000000");
 }
 
+void GoToPeak(int direction) {
+    const PeakTable& peaks = Item(store.PeakTables, DataNo());
+    if (Item(store.GraphList, GraphNo()).State == 0 || peaks.PeakNum == 0) {
+        TellStatus("There are no peaks in this row.");
+        return;
+    }
+    const int before = CursorCh();
+    JumpPeak(DataNo(), before, direction);
+    if (CursorCh() == before)
+        TellStatus(direction == 1 ? "This is the last peak." : "This is the first peak.");
+    else
+        TellStatus("Peak " + frmVaelAna.itxtNoPeak.Text + " of " +
+                   std::to_string(peaks.PeakNum) + ".");
+}
+
+void SetDrawKind(int kind) {
+    for (int win = 0; win < WINDOW_COUNT; ++win)
+        if (win == frmVaelAna.ActiveWin || Expanded())
+            Engine().Target(win).DrawKind = static_cast<std::int16_t>(kind);
+    ShowDrawKind();
+    RedrawBoth();
+}
+
+void ShowDrawKind() {
+    const int kind = Engine().Target(frmVaelAna.ActiveWin).DrawKind;
+    frmVaelAna.mnuDot.Checked = kind == DRAW_DOT;
+    frmVaelAna.mnuLine.Checked = kind == DRAW_LINE;
+    frmVaelAna.mnuPaint.Checked = kind == DRAW_PAINT;
+}
+
+void EditProgramFile(const std::string& name) {
+    if (!TheDesk().OpenText(store.ProgramFolder + "/" + name)) Say("crystal file open error");
+}
+
 void cmdOperation_Click(int index) {
     switch (index) {
         case 0: NaxButton(true); break;
         case 2: NaxButton(false); break;
         case 3: mnuSmooth(); break;
+        case 4: DeletePeaksInArea(); break;
+        case 5: AskAndClear(); break;
+        case 6: GoToPeak(0); break;
+        case 7: ToggleArea(); break;
+        case 8: GoToPeak(1); break;
+        case 11: spnCursor_SpinUpDown("-"); break;
+        case 12: spnCursor_SpinUpDown("+"); break;
         default: break;  // withheld
     }
 }

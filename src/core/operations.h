@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 namespace vael {
 
@@ -39,5 +40,14 @@ void SetEGCParam(const std::array<double, 3>& coef);
 
 /// Handler of operation button 0 to 12.
 void cmdOperation_Click(int index);
+/// To the previous (0) or next (1) peak of the current row.
+void GoToPeak(int direction);
+/// How the current window draws its graphs (DRAW_LINE, DRAW_PAINT, DRAW_DOT), and the check marks
+/// that tell it.
+void SetDrawKind(int kind);
+void ShowDrawKind();
+/// Opens a text file of the program's folder in the system's own editor. Message where none starts:
+/// "crystal file open error", for both files, as it stands.
+void EditProgramFile(const std::string& name);
 
 }  // namespace vael

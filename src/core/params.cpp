@@ -3,6 +3,7 @@
 
 #include "core/fault.h"
 #include "core/frmlog.h"
+#include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "core/graphs.h"
 #include "core/operations.h"
@@ -102,8 +103,9 @@ void LoadSteps(const std::string& userFolder) {
     store.GraphTotal = 0;
     store.AreaFitDone = 0;
     Add_cboGraphSel();
-    for (auto& list : v.cboGrphSel) list.Index = 0;
     v.cboUnitX.Index = UNIT_CH;
+    for (int win = 0; win < WINDOW_COUNT; ++win) Change_cboGrphSel(win, 0);
+    v.ActiveWin = 0;
     v.ckbVtAuto.Value = 1;
     RefreshRows();
     cmdOperationInit();
@@ -263,6 +265,7 @@ void Form_Load_Proc() { LoadSteps("\\UserData\\"); }
 void ExitProc() {
     if (CheckNoSave() == TRUE_WORD) return;
     Unload(frmLog);
+    Unload(frmSelGraph);
     WriteSystemPara(store.ProgramFolder + SYSTEM_FILE, store.DefaultParam);
     WriteIni(store.ProgramFolder + INI_FILE);
     TheDesk().Quit();

@@ -55,6 +55,14 @@ std::string TailOf(const std::string& path, std::size_t from) {
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
+/// Puts a folder's entries on the disk, so that a rename in it outlives a loss of power. A file
+/// system that cannot is no failure: the new file stands either way.
+void SyncFolder(const fs::path& folder) {
+    const Descriptor open(
+        ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (open.Get() >= 0) (void)::fsync(open.Get());
+}
+
 /// For what cannot be replaced by a renamed neighbour: a device, or a file in a folder that takes
 /// no new files.
 void WriteInPlace(const std::string& path, std::string_view bytes, bool keepTail) {
@@ -123,6 +131,7 @@ void ReplaceFile(const std::string& path, std::string_view bytes, bool keepTail)
     if (error == 0 && ::fsync(file.Get()) != 0) error = errno;
     if (!file.Close() && error == 0) error = errno;
     if (error == 0 && ::rename(beside.c_str(), target.c_str()) != 0) error = errno;
+    if (error == 0) SyncFolder(place.parent_path());
     if (error != 0) {
         ::unlink(beside.c_str());
         Refuse(path, Reason(error));

@@ -1,7 +1,7 @@
 // The two graph windows: what they show, at which scale, and their redrawing.
 #pragma once
 
-#include "display/drawscale.h"
+#include "core/frmvaelana.h"
 #include "display/drawspect.h"
 
 namespace vael {
@@ -13,19 +13,44 @@ namespace vael {
 void WindowSetup();
 /// All windows take `SpanCh` as their span, and the scroll bar its range.
 void WindowSpan();
-/// Shows `span` channels from the 0-based channel `start` on; both are held within SpanCh.
+
+[[nodiscard]] bool Expanded();  // window 1 magnifies a part of window 0
+[[nodiscard]] bool PiledUp();
+/// Whether a window has a place: not when its show switch is free and off.
+[[nodiscard]] bool WindowShown(int win);
+/// Shows and hides the frames as the show switches say.
+void ArrangeWindows();
+/// The window that the scroll bar, the span box and the zoom move: the magnifier in Expand style,
+/// else 0, and the other one goes with it.
+[[nodiscard]] int RangeWindow();
+/// Shows `span` channels from the 0-based channel `start` on; both are held within SpanCh. Nothing
+/// is drawn.
 void ShowRange(int start, int span);
 
+/// The window in which a row is drawn: its own, or the one plot of a pile.
+[[nodiscard]] int DrawnWindow(const GraphEntry& entry);
+/// Whether a window draws a row that is there and visible.
+[[nodiscard]] bool Draws(int win, const GraphEntry& entry);
 /// Hands a row's spectrum to the engine in the row's window and colour.
 void RegisterRow(int row);
+void RegisterAllRows();
 /// Takes a slot's graph off both windows.
 void WithdrawSlot(int slot);
 
-/// Full scale of a window from the highest count that it shows.
+/// Full scale of a window from the highest count that it shows, while the automatic scale is on.
 void AutoScale(int win);
 [[nodiscard]] std::int32_t YFullScale(int win);
+/// The same scale by hand: held within the list of full scales; nothing is drawn.
+void SetYFullScale(int win, std::int32_t scale);
+/// Hands a window's scale and mode to the engine.
+void ApplyScale(int win);
+/// Height of a slot's count in the coordinates of a window: counts, on the log axis decades, with
+/// the lift of a pile, held between 0 and the top.
+[[nodiscard]] double PlotHeight(int win, int slot, int channel);
+/// The top of a window's coordinates: counts or decades.
+[[nodiscard]] double PlotTop(int win);
 
-void RedrawWindow(int win);  // plot and count axis
+void RedrawWindow(int win);  // plot, marks and count axis
 void RedrawBoth();
 void EraseWindows();  // takes all graphs off and clears both pictures
 

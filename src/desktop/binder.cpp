@@ -122,7 +122,25 @@ void Bring(const CheckBox& record, QCheckBox& widget) {
         chip->SetRow(vael::ToQt(record.Ink), record.Filled);
 }
 
+/// Carries a double click of the mouse to the record; the click that comes with it stays.
+class DoubleClickWatch : public QObject {
+public:
+    DoubleClickWatch(Option& record, QWidget& widget) : QObject(&widget), record_(record) {
+        widget.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::MouseButtonDblClick) DoubleClick(record_);
+        return false;
+    }
+
+private:
+    Option& record_;
+};
+
 void Wire(Option& record, QRadioButton& widget, const Again& again) {
+    new DoubleClickWatch(record, widget);  // goes with the widget
     widget.setAutoExclusive(false);  // the records know the groups
     QObject::connect(&widget, &QRadioButton::clicked, &widget, [&record, again] {
         Click(record);
@@ -213,7 +231,10 @@ void Bring(const ScrollBar& record, QScrollBar& widget) {
 
 void Wire(Label& record, QLabel& widget, const Again&) { CarryMouse(record, widget); }
 
-void Bring(const Label& record, QLabel& widget) { widget.setText(Words(record.Caption)); }
+/// Lines of a record end in a carriage return or in a line feed.
+void Bring(const Label& record, QLabel& widget) {
+    widget.setText(Words(record.Caption).replace(QLatin1Char('\r'), QLatin1Char('\n')));
+}
 
 void Wire(Frame& record, QFrame& widget, const Again&) {
     CarryMouse(record, widget);
@@ -285,7 +306,9 @@ void Wire(Menu& record, QAction& widget, const Again& again) {
 }
 
 void Bring(const Menu& record, QAction& widget) {
-    widget.setText(Words(record.Caption));
+    // A caption that tells its key itself has an empty place for it, so that it is not told twice.
+    const bool tells = record.Caption.find("Alt+") != std::string::npos;
+    widget.setText(Words(record.Caption) + (tells ? QStringLiteral("\t") : QString()));
     widget.setCheckable(record.Checkable);
     widget.setChecked(record.Checked);
     widget.setShortcut(QKeySequence(Words(record.Shortcut)));

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QComboBox>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QKeyEvent>
@@ -20,6 +21,7 @@
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QPushButton>
+#include <QUrl>
 #include <QWindow>
 
 namespace vael {
@@ -282,6 +284,11 @@ bool QtDesk::Launch(const std::string& program, const std::vector<std::string>& 
     QStringList arguments;
     for (const std::string& word : words) arguments << Words(word);
     return QProcess::startDetached(Words(program), arguments);
+}
+
+bool QtDesk::OpenText(const std::string& path) {
+    const QString file = Words(path);
+    return QFileInfo::exists(file) && QDesktopServices::openUrl(QUrl::fromLocalFile(file));
 }
 
 std::unique_ptr<PrintJob> QtDesk::StartPrintJob(const std::string& title) {

@@ -32,6 +32,7 @@ public:
     void RunModal(View& view) override;
     void Breathe() override;
     void Busy(bool on) override;
+    bool OpenText(const std::string& path) override;
     bool Launch(const std::string& program, const std::vector<std::string>& words) override;
     std::unique_ptr<PrintJob> StartPrintJob(const std::string& title) override;
     void StayOnTop(View& view, bool on) override;

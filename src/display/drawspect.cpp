@@ -478,6 +478,8 @@ void DrawEngine::RemoveMarks(int target, int group) {
     t.MarkNum = kept;
 }
 
+void DrawEngine::DropMarks(int target) { At(target).MarkNum = 0; }
+
 void DrawEngine::DrawRegistrations(DrawTarget& t) const {
     Canvas& canvas = *t.Canvas;
     const PenKeeper keep(canvas);

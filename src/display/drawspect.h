@@ -165,6 +165,8 @@ public:
     bool RegisterMark(int target, int group, Spot from, Spot to, Colour colour, int width = 1);
     /// Draws the marks of a group a second time, so that they are gone, and drops them.
     void RemoveMarks(int target, int group);
+    /// Forgets all marks without drawing: the picture they stood on is drawn anew.
+    void DropMarks(int target);
 
 private:
     [[nodiscard]] DrawTarget& At(int target) const;

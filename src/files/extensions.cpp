@@ -17,31 +17,57 @@ std::int16_t ReadNpd(const std::string& path, ReadTarget target, PeakTable&, con
     return LoadNpd(path, target, talk);
 }
 
-constexpr std::array<FileKind, 5> KINDS{{{"###", "native binary counts", ReadXbm},
-                                         {"xbm", "native binary", ReadXbm},
-                                         {"xba", "native binary with peak table", LoadXba},
-                                         {"xta", "native text, written only", nullptr},
-                                         {"npd", "Nippon high Pressure Data", ReadNpd}}};
+std::int16_t WriteXbm(const std::string& path, const WriteSource& source, const FileTalk& talk) {
+    return SaveXbm(path, source.Data, source.Prop, talk);
+}
+
+std::int16_t WriteXba(const std::string& path, const WriteSource& source, const FileTalk& talk) {
+    return SaveXba(path, source.Data, source.Prop, source.Peaks, talk);
+}
+
+std::int16_t WriteXta(const std::string& path, const WriteSource& source, const FileTalk& talk) {
+    return SaveXta(path, source.Data, source.Prop, source.Peaks, talk);
+}
+
+std::int16_t WriteNpd(const std::string& path, const WriteSource& source, const FileTalk& talk) {
+    return SaveNpd(path, source.Data, source.Prop, talk);
+}
+
+constexpr bool LATER = true;
+
+constexpr std::array<FileKind, 8> KINDS{
+    {{"###", "native binary counts", ReadXbm, nullptr},
+     {"rpt", "Genie report", nullptr, nullptr, LATER},
+     {"xbm", "native binary", ReadXbm, WriteXbm},
+     {"xba", "native binary with peak table", LoadXba, WriteXba},
+     {"xta", "native text with peak table", nullptr, WriteXta},
+     {"npd", "Nippon high Pressure Data", ReadNpd, WriteNpd},
+     {"gsa", "GSAS", nullptr, nullptr, LATER},
+     {"csv", "spectrum CSV", nullptr, nullptr, LATER}}};
 
 }  // namespace
 
 std::span<const FileKind> FileKinds() { return KINDS; }
 
-std::int16_t ReadByExtension(const std::string& path, ReadTarget target, PeakTable& peaks,
-                             const FileTalk& talk) {
+const FileKind* KindOf(const std::string& path) {
     const std::string own = LowerCase(SplitFilePath(path).Ext);
     const std::string extension = IsAllDigits(own) ? "###" : own;
-    const auto kind = std::find_if(KINDS.begin(), KINDS.end(), [&](const FileKind& k) {
-        return k.Read != nullptr && extension == k.Extension;
-    });
-    if (kind != KINDS.end()) return kind->Read(path, target, peaks, talk);
+    const auto kind = std::find_if(KINDS.begin(), KINDS.end(),
+                                   [&](const FileKind& k) { return extension == k.Extension; });
+    return kind == KINDS.end() ? nullptr : &*kind;
+}
+
+std::int16_t ReadByExtension(const std::string& path, ReadTarget target, PeakTable& peaks,
+                             const FileTalk& talk) {
+    const FileKind* kind = KindOf(path);
+    if (kind != nullptr && kind->Read != nullptr) return kind->Read(path, target, peaks, talk);
     std::string known;
     for (const FileKind& k : KINDS)
         if (k.Read != nullptr)
             known += (known.empty() ? "" : ", ") +
                      std::string(k.Extension == std::string_view("###") ? "digits" : k.Extension);
-    talk.log(path + ": an extension that can be read was expected (" + known + "), not \"" + own +
-             "\".");
+    talk.log(path + ": an extension that can be read was expected (" + known + "), not \"" +
+             LowerCase(SplitFilePath(path).Ext) + "\".");
     return FALSE_WORD;
 }
 

@@ -52,6 +52,7 @@ struct Option : Control {
     std::string Group;
     bool Value = false;
     Handler Click;
+    Handler DoubleClick;
 };
 
 /// Text box. `Leave` returns false to keep the focus.
@@ -210,6 +211,7 @@ struct Picture : Control, MouseTaker {
     int Width;  // device pixels, kept by the desktop
     int Height;
     Pointer Shape = Pointer::Arrow;
+    std::string Drawing;        // name of a drawing of the desktop, shown in place of the surface
     std::uint64_t Painted = 0;  // raised by whoever drew on it, so that the desktop repaints
     std::function<void(double x, double y)> DoubleClick;
     /// The wheel, in notches (a fine wheel gives fractions), above 0 away from the user or to the

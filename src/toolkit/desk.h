@@ -74,6 +74,8 @@ public:
     virtual void Breathe() = 0;
     virtual void Busy(bool on) = 0;
     virtual bool Launch(const std::string& program, const std::vector<std::string>& words) = 0;
+    /// Opens a text file in the system's own editor; false where there is no file or none starts.
+    virtual bool OpenText(const std::string& path) = 0;
     /// nullptr when there is no printer.
     virtual std::unique_ptr<PrintJob> StartPrintJob(const std::string& title) = 0;
     virtual void StayOnTop(View& view, bool on) = 0;

@@ -199,6 +199,11 @@ bool Click(Option& option) {
     });
 }
 
+bool DoubleClick(Option& option) {
+    if (!option.DoubleClick) return false;
+    return Deliver(option, [&] { option.DoubleClick(); });
+}
+
 bool Tick(CheckBox& box) { return Tick(box, box.Value == 0 ? 1 : 0); }
 
 bool Tick(CheckBox& box, int value) {

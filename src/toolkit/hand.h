@@ -20,6 +20,7 @@ namespace vael {
 bool Click(Button& button);
 bool Click(Menu& item);
 bool Click(Option& option);
+bool DoubleClick(Option& option);
 bool Tick(CheckBox& box);             // toggles
 bool Tick(CheckBox& box, int value);  // nothing happens when it has that value
 bool Type(TextBox& box, const std::string& text);

@@ -7,6 +7,7 @@
 #include "core/frmdisppara.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
+#include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "core/params.h"
 #include "core/store.h"
@@ -65,7 +66,13 @@ public:
         Answers.pop_front();
         return answer;
     }
+    bool OpenText(const std::string& path) override {
+        OpenedTexts.push_back(path);
+        return EditorStarts;
+    }
     void Quit() override { HasQuit = true; }
+    std::vector<std::string> OpenedTexts;
+    bool EditorStarts = true;
 };
 
 struct DeskWorld {
@@ -79,6 +86,7 @@ struct DeskWorld {
         settings = Settings{};
         Unload(frmVaelAna);
         Unload(frmLog);
+        Unload(frmSelGraph);
         Unload(frmDialogMessage);
         Unload(frmInput);
         Unload(frmDispPara);

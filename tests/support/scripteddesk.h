@@ -24,6 +24,7 @@ public:
     ~ScriptedDesk() override {
         EXPECT_TRUE(questions_.empty()) << "never asked: " << questions_.front().first;
         EXPECT_TRUE(files_.empty()) << "an open dialog that was expected never came";
+        EXPECT_TRUE(saves_.empty()) << "a save dialog that was expected never came";
         OnFault([](View&, const std::string&) {});
         UseDesk(nullptr);
     }
@@ -38,6 +39,10 @@ public:
         files_.push_back(FileChoice{.Paths = std::move(paths), .FilterIndex = 1});
     }
     void CancelOpen() { files_.push_back(std::nullopt); }
+    void SaveAs(std::string path, int filterIndex = 1) {
+        saves_.push_back(FileChoice{.Paths = {std::move(path)}, .FilterIndex = filterIndex});
+    }
+    void CancelSave() { saves_.push_back(std::nullopt); }
     /// Acts as the user while the next modal view stands.
     void OnModal(std::function<void(View&)> act) { modals_.push_back(std::move(act)); }
     std::function<void()> OnBreathe = [] {};
@@ -46,6 +51,9 @@ public:
     std::vector<std::string> Faults;
     std::vector<Question> Asked;
     std::vector<FileDialog> OpenDialogs;
+    std::vector<std::string> OpenedTexts;
+    bool EditorStarts = true;
+    std::vector<FileDialog> SaveDialogs;
     int Shows = 0;
     int BusyDepth = 0;
     int BusyTurns = 0;
@@ -72,7 +80,16 @@ public:
         files_.pop_front();
         return choice;
     }
-    std::optional<FileChoice> SaveFile(const FileDialog&) override { return std::nullopt; }
+    std::optional<FileChoice> SaveFile(const FileDialog& dialog) override {
+        SaveDialogs.push_back(dialog);
+        if (saves_.empty()) {
+            ADD_FAILURE() << "nobody expected a save dialog";
+            return std::nullopt;
+        }
+        auto choice = saves_.front();
+        saves_.pop_front();
+        return choice;
+    }
     std::optional<Colour> PickColour(Colour) override { return std::nullopt; }
     std::vector<FolderItem> ListFolder(const std::string&) override { return {}; }
     bool MakeFolder(const std::string&) override { return false; }
@@ -94,6 +111,10 @@ public:
         if (on) ++BusyTurns;
     }
     bool Launch(const std::string&, const std::vector<std::string>&) override { return false; }
+    bool OpenText(const std::string& path) override {
+        OpenedTexts.push_back(path);
+        return EditorStarts;
+    }
     std::unique_ptr<PrintJob> StartPrintJob(const std::string&) override { return nullptr; }
     void StayOnTop(View& view, bool on) override { view.OnTop = on; }
     void Show() override { ++Shows; }
@@ -102,6 +123,7 @@ public:
 private:
     std::deque<std::pair<std::string, Answer>> questions_;
     std::deque<std::optional<FileChoice>> files_;
+    std::deque<std::optional<FileChoice>> saves_;
     std::deque<std::function<void(View&)>> modals_;
 };
 

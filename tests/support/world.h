@@ -6,6 +6,7 @@
 #include "core/frmdisppara.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
+#include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "core/params.h"
 #include "core/store.h"
@@ -56,6 +57,7 @@ struct World {
         settings = Settings{};
         Unload(frmVaelAna);
         Unload(frmLog);
+        Unload(frmSelGraph);
         Unload(frmDialogMessage);
         Unload(frmInput);
         Unload(frmDispPara);
