@@ -35,7 +35,9 @@ void Shoot(QWidget& widget, const std::string& name) {
     const QPixmap picture = widget.grab();
     ASSERT_TRUE(picture.save(QString::fromStdString((folder / file).string())));
     // With VAEL_APPROVE set, what was looked at and found good becomes the picture of the manual.
-    static const std::set<std::string> shown{"opened", "fitted", "fitted_dark", "log"};
+    static const std::set<std::string> shown{"opened",   "fitted",  "fitted_dark",
+                                             "log",      "setting", "setting_express",
+                                             "disppara", "input",   "expandsetting"};
     if (scale > 1 || !shown.contains(name) || !qEnvironmentVariableIsSet("VAEL_APPROVE")) return;
     const std::filesystem::path manual = std::filesystem::path(VAEL_SOURCE_DIR) / "docs/images";
     std::filesystem::create_directories(manual);
@@ -113,6 +115,49 @@ TEST_F(Shots, TheLogAndTheMessage) {
     Shoot(*world.Desk.FormOfView(frmDialogMessage), "message");
     frmDialogMessage.Visible = false;
     world.Desk.Show();
+}
+
+/// The small views, each as it stands when it is opened.
+void ShootSmallViews(DeskWorld& world, const std::string& end) {
+    const auto shoot = [&](const View& view, const std::string& name) {
+        Shoot(*world.Desk.FormOfView(view), name + end);
+    };
+    const auto shootSetting = [&](const std::string& name) {
+        world.WhileModal(frmSetting, [&, name] {
+            shoot(frmSetting, name);
+            world.ClickOn(frmSetting.cmdCansel);
+        });
+        world.ClickOn(frmVaelAna.mnuSetCons);
+    };
+    store.DefaultParam.EgcCoef = {-0.0515, 0.031733, 1.2e-9};
+    store.DefaultParam.TwoTheta = 15.01459;
+    store.DefaultParam.RealTime = 600.0;
+    store.DefaultParam.LiveTime = 588.5;
+    store.DefaultParam.Temperature = 27.0;
+    shootSetting("setting");
+    store.FitMode = 1;
+    shootSetting("setting_express");
+    world.ClickOn(frmVaelAna.Command1);
+    shoot(frmDispPara, "disppara");
+    world.ClickOn(frmDispPara.cmdCansel);
+    world.WhileModal(frmInput, [&] {
+        frmInput.txtInput.Text = "2026-11-21";
+        world.Desk.Show();
+        shoot(frmInput, "input");
+        world.ClickOn(frmInput.cmdCan);
+    });
+    RunEvent(frmVaelAna, [] { (void)AskLine("New Dir"); });
+}
+
+TEST_F(Shots, TheSmallViews) {
+    DeskWorld world;
+    ShootSmallViews(world, "");
+}
+
+TEST_F(Shots, TheSmallViewsInTheDark) {
+    QApplication::setPalette(Dark());
+    DeskWorld world;
+    ShootSmallViews(world, "_dark");
 }
 
 }  // namespace
