@@ -4,6 +4,7 @@
 #include "analysis/frmsetting.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
+#include "core/frmexpandsetting.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
@@ -61,6 +62,7 @@ struct World {
         Unload(frmDialogMessage);
         Unload(frmInput);
         Unload(frmDispPara);
+        Unload(frmExpandSetting);
         Unload(frmSetting);
         Form_Load(Folder.Path());
     }
