@@ -62,7 +62,10 @@ void chkFix_Click() {
     SelGraphView& v = frmSelGraph;
     const bool fixed = v.chkFix.Value != 0;
     v.picPin.Drawing = fixed ? PIN_ON : PIN_OFF;
-    TheDesk().StayOnTop(v, fixed);
+    if (fixed)
+        TopMost(v);
+    else
+        NoTopMost(v);
 }
 
 }  // namespace
@@ -71,7 +74,7 @@ SelGraphView::SelGraphView() : View("frmSelGraph", "Graph Select") {
     const Column heads[] = {SHOWN, MARKER, SWATCH, NAME, SAMPLE};
     const char* const words[] = {"Show", "", "", "Name", "Sample"};
     for (std::size_t k = 0; k < std::size(heads); ++k) sprGraphSel.At(heads[k], 0).Text = words[k];
-    sprGraphSel.Widths = {4, 6, 4, 4, 24, 24};
+    sprGraphSel.Widths = {4, 5, 3, 4, 20, 20};
     sprGraphSel.CellEdit = sprGraphSel_CellEdit;
     sprGraphSel.CellClick = sprGraphSel_CellClick;
     chkFix.Tip = "Hold this window above the others";

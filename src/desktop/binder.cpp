@@ -68,7 +68,9 @@ auto Fields(const Frame& c) {
 auto Fields(const ScrollBar& c) {
     return std::tuple_cat(Common(c), std::tie(c.Least, c.Most, c.Value, c.Small, c.Large));
 }
-auto Fields(const Picture& c) { return std::tuple_cat(Common(c), std::tie(c.Painted, c.Shape)); }
+auto Fields(const Picture& c) {
+    return std::tuple_cat(Common(c), std::tie(c.Painted, c.Shape, c.Drawing));
+}
 auto Fields(const Timer& c) { return std::tie(c.Enabled, c.Interval); }
 auto Fields(const Menu& c) {
     return std::tuple_cat(Common(c), std::tie(c.Caption, c.Checked, c.Checkable, c.Shortcut));

@@ -7,6 +7,7 @@
 #include "core/frmexpandsetting.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
+#include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "desktop/icons.h"
 #include "ui_frmdialogmessage.h"
@@ -14,6 +15,7 @@
 #include "ui_frmexpandsetting.h"
 #include "ui_frminput.h"
 #include "ui_frmlog.h"
+#include "ui_frmselgraph.h"
 #include "ui_frmsetting.h"
 #include "ui_frmvaelana.h"
 
@@ -50,6 +52,7 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmVaelAna, FromUi<Ui::frmVaelAna>(),
                                            Form::Extras{StripColours, MarkStatus}));
     forms.push_back(std::make_unique<Form>(frmLog, FromUi<Ui::frmLog>()));
+    forms.push_back(std::make_unique<Form>(frmSelGraph, FromUi<Ui::frmSelGraph>()));
     forms.push_back(std::make_unique<Form>(frmDialogMessage, FromUi<Ui::frmDialogMessage>()));
     forms.push_back(std::make_unique<Form>(frmInput, FromUi<Ui::frmInput>()));
     forms.push_back(std::make_unique<Form>(frmDispPara, FromUi<Ui::frmDispPara>()));

@@ -1,6 +1,8 @@
 // The few widgets of our own: picture, row chip, edge of a graph window, titled group, hairline.
 #include "desktop/widgets.h"
 
+#include "desktop/icons.h"
+
 #include "toolkit/hand.h"
 
 #include <QMouseEvent>
@@ -58,7 +60,13 @@ void PictureWidget::Refit() {
 void PictureWidget::paintEvent(QPaintEvent*) {
     if (surface_.Ratio() != devicePixelRatioF()) Refit();  // moved to another screen
     QPainter painter(this);
-    painter.drawImage(QRectF(rect()), surface_.Image());
+    if (record_ == nullptr || record_->Drawing.empty()) {
+        painter.drawImage(QRectF(rect()), surface_.Image());
+        return;
+    }
+    painter.fillRect(rect(), palette().window());
+    const QIcon drawing = SymbolIcon(QString::fromStdString(record_->Drawing), palette());
+    drawing.paint(&painter, rect(), Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
 }
 
 void PictureWidget::resizeEvent(QResizeEvent*) { Refit(); }

@@ -473,11 +473,11 @@ TEST(Desk, TheSaveDialogAddsTheExtensionOfItsFilter) {
     OnDialog<QFileDialog>([](QFileDialog& box) {
         QTest::keyClick(box.findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), Qt::Key_Return);
     });
-    const auto choice = w.Desk.SaveFile(dialog);
+    const auto choice = w.Desk.QtDesk::SaveFile(dialog);
     ASSERT_TRUE(choice);
     EXPECT_EQ(choice->Paths, (std::vector<std::string>{folder + "/abc_SMT.xbm"}));
     OnDialog<QFileDialog>([](QFileDialog& box) { box.reject(); });
-    EXPECT_FALSE(w.Desk.SaveFile(dialog));
+    EXPECT_FALSE(w.Desk.QtDesk::SaveFile(dialog));
 }
 
 TEST(Desk, TheColourDialogGivesTheColourOrNothing) {

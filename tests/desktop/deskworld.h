@@ -43,6 +43,8 @@ namespace vael::test {
 class ScriptedQtDesk : public QtDesk {
 public:
     std::deque<std::vector<std::string>> Files;  // of the next open dialogs; an empty list cancels
+    std::deque<std::string> Saves;               // of the next save dialogs; an empty path cancels
+    std::vector<FileDialog> SaveDialogs;
     std::deque<Answer> Answers;
     std::vector<std::string> Asked;
     bool HasQuit = false;
@@ -56,6 +58,17 @@ public:
         Files.pop_front();
         if (paths.empty()) return std::nullopt;
         return FileChoice{.Paths = paths, .FilterIndex = 1};
+    }
+    std::optional<FileChoice> SaveFile(const FileDialog& dialog) override {
+        SaveDialogs.push_back(dialog);
+        if (Saves.empty()) {
+            ADD_FAILURE() << "nobody expected a save dialog";
+            return std::nullopt;
+        }
+        const std::string path = Saves.front();
+        Saves.pop_front();
+        if (path.empty()) return std::nullopt;
+        return FileChoice{.Paths = {path}, .FilterIndex = 1};
     }
     Answer Ask(const Question& question) override {
         Asked.push_back(question.Text);
@@ -100,6 +113,7 @@ struct DeskWorld {
     ~DeskWorld() {
         OnFault([](View&, const std::string&) {});
         EXPECT_TRUE(Desk.Files.empty()) << "an open dialog that was expected never came";
+        EXPECT_TRUE(Desk.Saves.empty()) << "a save dialog that was expected never came";
         EXPECT_TRUE(Desk.Answers.empty()) << "a question that was expected never came";
     }
     DeskWorld(const DeskWorld&) = delete;

@@ -1,6 +1,8 @@
 // Journeys through the real window by mouse and keyboard, and the list of controls nobody pressed.
 #include "deskworld.h"
 
+#include "rowspresses.h"
+
 #include "core/windows.h"
 #include "desktop/start.h"
 
@@ -270,6 +272,8 @@ TEST(Journey, EveryEnabledControlIsPressed) {
     press(v.cmdFiles[0]);
     press(v.cmdAutoFit);
     EXPECT_EQ(RowNames().front(), "Fit");
+
+    test::PressSavingAndRows(world, press);
 
     frmDialogMessage.Kind(0);
     frmDialogMessage.Visible = true;

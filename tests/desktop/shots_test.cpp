@@ -79,6 +79,20 @@ TEST_F(Shots, TheSameInTheDark) {
     Shoot(world.Main(), "fitted_dark");
 }
 
+TEST_F(Shots, TheListOfRows) {
+    for (const bool dark : {false, true}) {
+        if (dark) QApplication::setPalette(Dark());
+        DeskWorld world;
+        OpenSpectrum(world);
+        world.ClickOn(frmVaelAna.cmdAutoFit);
+        world.ClickOn(frmVaelAna.chkGrp[2]);
+        world.ClickOn(frmVaelAna.chkGrp[13]);
+        world.ClickOn(frmVaelAna.cmdMnSelGrp);
+        Shoot(*world.Desk.FormOfView(frmSelGraph), dark ? "rows_dark" : "rows");
+        Shoot(world.Main(), dark ? "two_windows_dark" : "two_windows");
+    }
+}
+
 TEST_F(Shots, ASmallWindow) {
     DeskWorld world;
     OpenSpectrum(world);

@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <utility>
@@ -91,8 +93,19 @@ public:
         return choice;
     }
     std::optional<Colour> PickColour(Colour) override { return std::nullopt; }
-    std::vector<FolderItem> ListFolder(const std::string&) override { return {}; }
-    bool MakeFolder(const std::string&) override { return false; }
+    std::vector<FolderItem> ListFolder(const std::string& path) override {
+        std::vector<FolderItem> items;
+        std::error_code none;
+        for (const auto& entry : std::filesystem::directory_iterator(path, none))
+            items.push_back({entry.path().filename().string(), entry.is_directory()});
+        std::sort(items.begin(), items.end(),
+                  [](const FolderItem& a, const FolderItem& b) { return a.Name < b.Name; });
+        return items;
+    }
+    bool MakeFolder(const std::string& path) override {
+        std::error_code bad;
+        return std::filesystem::create_directories(path, bad);
+    }
     void RunModal(View& view) override {
         if (modals_.empty()) {
             ADD_FAILURE() << "nobody closes the modal view " << view.Name;

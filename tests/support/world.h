@@ -51,19 +51,24 @@ inline std::string BytesOf(const std::string& path) {
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
+/// Every view with its form defaults.
+inline void FreshViews() {
+    Unload(frmVaelAna);
+    Unload(frmLog);
+    Unload(frmSelGraph);
+    Unload(frmDialogMessage);
+    Unload(frmInput);
+    Unload(frmDispPara);
+    Unload(frmExpandSetting);
+    Unload(frmSetting);
+}
+
 /// The program started in an empty folder, with a scripted desk.
 struct World {
     World() {
         store = Store{};
         settings = Settings{};
-        Unload(frmVaelAna);
-        Unload(frmLog);
-        Unload(frmSelGraph);
-        Unload(frmDialogMessage);
-        Unload(frmInput);
-        Unload(frmDispPara);
-        Unload(frmExpandSetting);
-        Unload(frmSetting);
+        FreshViews();
         Form_Load(Folder.Path());
     }
     TempFolder Folder;
