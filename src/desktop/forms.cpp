@@ -4,6 +4,7 @@
 #include "analysis/frmsetting.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
+#include "core/frmexpandsetting.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
@@ -11,6 +12,7 @@
 #include "desktop/icons.h"
 #include "ui_frmdialogmessage.h"
 #include "ui_frmdisppara.h"
+#include "ui_frmexpandsetting.h"
 #include "ui_frminput.h"
 #include "ui_frmlog.h"
 #include "ui_frmselgraph.h"
@@ -54,6 +56,7 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmDialogMessage, FromUi<Ui::frmDialogMessage>()));
     forms.push_back(std::make_unique<Form>(frmInput, FromUi<Ui::frmInput>()));
     forms.push_back(std::make_unique<Form>(frmDispPara, FromUi<Ui::frmDispPara>()));
+    forms.push_back(std::make_unique<Form>(frmExpandSetting, FromUi<Ui::frmExpandSetting>()));
     forms.push_back(std::make_unique<Form>(frmSetting, FromUi<Ui::frmSetting>()));
     return forms;
 }

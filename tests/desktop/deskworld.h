@@ -5,6 +5,7 @@
 #include "analysis/frmsetting.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
+#include "core/frmexpandsetting.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
@@ -106,6 +107,7 @@ struct DeskWorld {
         Unload(frmDialogMessage);
         Unload(frmInput);
         Unload(frmDispPara);
+        Unload(frmExpandSetting);
         Unload(frmSetting);
         RunEvent(frmVaelAna, [this] { Form_Load(Folder.path().toStdString()); });
         Desk.Show();

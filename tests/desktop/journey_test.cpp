@@ -256,6 +256,8 @@ TEST(Journey, EveryEnabledControlIsPressed) {
     press(v.mnuSetCons);
     world.ClickOn(v.Command1);  // its sheet has a census of its own
     world.ClickOn(frmDispPara.cmdCansel);
+    world.ClickOn(v.mnuExpandSetting);
+    world.ClickOn(frmExpandSetting.cmdClose);
     press(v.mnuLogText);
     EXPECT_TRUE(world.Desk.FormOfView(frmLog)->isVisible());
     press(frmLog.cmdClear);

@@ -4,6 +4,7 @@
 #include "analysis/frmsetting.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
+#include "core/frmexpandsetting.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
@@ -58,6 +59,7 @@ inline void FreshViews() {
     Unload(frmDialogMessage);
     Unload(frmInput);
     Unload(frmDispPara);
+    Unload(frmExpandSetting);
     Unload(frmSetting);
 }
 
