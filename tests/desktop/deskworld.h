@@ -83,6 +83,11 @@ public:
         Answers.pop_front();
         return answer;
     }
+    std::function<void()> OnBreathe;  // while a command lets the views breathe
+    void Breathe() override {
+        QtDesk::Breathe();
+        if (OnBreathe) OnBreathe();
+    }
     bool OpenText(const std::string& path) override {
         OpenedTexts.push_back(path);
         return EditorStarts;
