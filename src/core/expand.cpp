@@ -137,7 +137,7 @@ void ckbExpand_Click() {
     } else {
         WindowSpan();
         if (AnyRowIn(1))
-            for (CheckBox& show : v.chkFilePile) show.Enabled = true;
+            for (int win = 0; win < WINDOW_COUNT; ++win) FreeShowSwitch(win);
     }
     CheckStyleItems();
     FreeStyleControls();
@@ -155,12 +155,12 @@ void chkWinStyle_Click() {
     v.WinStyle = on ? WindowStyle::PileUp : WindowStyle::LineUp;
     v.ckbExpand.Enabled = !on;
     v.mnuExpandOn.Enabled = !on;
-    for (CheckBox& show : v.chkFilePile) {
+    for (int win = 0; win < WINDOW_COUNT; ++win) {
+        CheckBox& show = Item(v.chkFilePile, win);
         show.Enabled = on || AnyRowIn(1);
-        show.Value = on ? 0 : show.Enabled ? 1 : 0;
+        show.Value = on ? 1 - win : show.Enabled ? 1 : 0;  // a pile leaves the second one out
     }
     if (on) {
-        v.chkFilePile[0].Value = 1;  // the second window is not used
         for (int row = 1; row < GRAPH_COUNT; ++row)
             if (Item(store.GraphList, row).State > 0) {
                 v.cboGrphSel[1].Index = row;

@@ -126,17 +126,11 @@ int FirstRawRow() {
 /// Which of the show switches a new graph frees.
 void WindowStyleRule(int win) {
     VaelAnaView& v = frmVaelAna;
-    // A window whose switch is not free is shown; freed, the switch says so.
-    const auto setFree = [](CheckBox& show) {
-        if (!show.Enabled) show.Value = 1;
-        show.Enabled = true;
-    };
     if (v.ckbExpand.Value != 0) {
-        setFree(v.chkFilePile[0]);
+        FreeShowSwitch(0);
     } else if (v.chkWinStyle.Value != 0 || win != 0) {
-        setFree(v.chkFilePile[0]);
-        if (v.chkWinStyle.Value == 0) setFree(v.chkFilePile[1]);
-        v.chkFilePile[1].Enabled = true;
+        FreeShowSwitch(0);
+        FreeShowSwitch(1);
         v.ckbExpand.Enabled = false;
         v.mnuExpandOn.Enabled = false;
     } else {

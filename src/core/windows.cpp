@@ -110,6 +110,12 @@ bool WindowShown(int win) {
     return !show.Enabled || show.Value != 0;
 }
 
+void FreeShowSwitch(int win) {
+    CheckBox& show = frmVaelAna.chkFilePile[Index(win)];
+    if (!show.Enabled) show.Value = 1;
+    show.Enabled = true;
+}
+
 void ArrangeWindows() {
     for (int win = 0; win < WINDOW_COUNT; ++win)
         frmVaelAna.fraGraph[Index(win)].Visible = WindowShown(win);

@@ -18,6 +18,8 @@ void WindowSpan();
 [[nodiscard]] bool PiledUp();
 /// Whether a window has a place: not when its show switch is free and off.
 [[nodiscard]] bool WindowShown(int win);
+/// Frees a window's show switch. A window whose switch is not free is shown, so it is on then.
+void FreeShowSwitch(int win);
 /// Shows and hides the frames as the show switches say.
 void ArrangeWindows();
 /// The window that the scroll bar, the span box and the zoom move: the magnifier in Expand style,

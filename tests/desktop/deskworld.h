@@ -3,6 +3,7 @@
 #pragma once
 
 #include "analysis/frmsetting.h"
+#include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
 #include "core/frminput.h"
@@ -101,6 +102,7 @@ struct DeskWorld {
         Unload(frmLog);
         Unload(frmSelGraph);
         Unload(frmDialogMessage);
+        Unload(frmDialogLoad);
         Unload(frmInput);
         Unload(frmDispPara);
         Unload(frmSetting);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "analysis/frmsetting.h"
+#include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
 #include "core/frminput.h"
@@ -50,18 +51,24 @@ inline std::string BytesOf(const std::string& path) {
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
+/// Every view with its form defaults.
+inline void FreshViews() {
+    Unload(frmVaelAna);
+    Unload(frmLog);
+    Unload(frmSelGraph);
+    Unload(frmDialogMessage);
+    Unload(frmDialogLoad);
+    Unload(frmInput);
+    Unload(frmDispPara);
+    Unload(frmSetting);
+}
+
 /// The program started in an empty folder, with a scripted desk.
 struct World {
     World() {
         store = Store{};
         settings = Settings{};
-        Unload(frmVaelAna);
-        Unload(frmLog);
-        Unload(frmSelGraph);
-        Unload(frmDialogMessage);
-        Unload(frmInput);
-        Unload(frmDispPara);
-        Unload(frmSetting);
+        FreshViews();
         Form_Load(Folder.Path());
     }
     TempFolder Folder;
