@@ -7,6 +7,7 @@
 #include "core/expand.h"
 #include "core/fault.h"
 #include "core/frmdisppara.h"
+#include "core/frmexpandsetting.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/graphs.h"
@@ -106,7 +107,7 @@ void Withhold(VaelAnaView& v) {
           &v.mnuPeakIns,        &v.mnuPeakAllIns,     &v.mnuPeakDelete,    &v.mnuPeakAllDelete,
           &v.mnuRoiStart,       &v.mnuRoiEnd,         &v.mnuPeakReport,    &v.mnuFitting,
           &v.mnuFittingAll,     &v.mnuPeakSep,        &v.mnuExpressFit,
-          &v.mnuExpandSetting,  &v.mnuCons,           &v.cmdManualFitting, &v.cmdShowReport,
+          &v.mnuCons,           &v.cmdManualFitting, &v.cmdShowReport,
           &v.cmdFiles[2],
           &v.cmdFiles[3],       &v.cmdEnergy[0],      &v.cmdEnergy[1],     &v.cmdOperation[1],
           &v.cmdOperation[9],   &v.cmdOperation[10]},
@@ -257,6 +258,7 @@ void WireMenus(VaelAnaView& v) {
     v.mnuLogText.Click = mnuLogText_Click;
     v.mnuSetCons.Click = ShowSetting;
     v.Command1.Click = ShowDispPara;
+    v.mnuExpandSetting.Click = ShowExpandSetting;
     v.mnuDot.Click = [] { SetDrawKind(DRAW_DOT); };
     v.mnuLine.Click = [] { SetDrawKind(DRAW_LINE); };
     v.mnuPaint.Click = [] { SetDrawKind(DRAW_PAINT); };

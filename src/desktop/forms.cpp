@@ -5,6 +5,7 @@
 #include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
+#include "core/frmexpandsetting.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
@@ -13,6 +14,7 @@
 #include "ui_frmdialogload.h"
 #include "ui_frmdialogmessage.h"
 #include "ui_frmdisppara.h"
+#include "ui_frmexpandsetting.h"
 #include "ui_frminput.h"
 #include "ui_frmlog.h"
 #include "ui_frmselgraph.h"
@@ -57,6 +59,7 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmDialogLoad, FromUi<Ui::frmDialogLoad>()));
     forms.push_back(std::make_unique<Form>(frmInput, FromUi<Ui::frmInput>()));
     forms.push_back(std::make_unique<Form>(frmDispPara, FromUi<Ui::frmDispPara>()));
+    forms.push_back(std::make_unique<Form>(frmExpandSetting, FromUi<Ui::frmExpandSetting>()));
     forms.push_back(std::make_unique<Form>(frmSetting, FromUi<Ui::frmSetting>()));
     return forms;
 }

@@ -6,6 +6,7 @@
 #include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
+#include "core/frmexpandsetting.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
@@ -18,12 +19,15 @@
 #include "toolkit/hand.h"
 
 #include <QApplication>
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -105,6 +109,7 @@ struct DeskWorld {
         Unload(frmDialogLoad);
         Unload(frmInput);
         Unload(frmDispPara);
+        Unload(frmExpandSetting);
         Unload(frmSetting);
         RunEvent(frmVaelAna, [this] { Form_Load(Folder.path().toStdString()); });
         Desk.Show();
@@ -159,23 +164,69 @@ struct DeskWorld {
         Pressed.insert(item.Owner.Name + "." + item.Name);
         Settle();
     }
-    /// Steps a list down (or up) with the arrow keys.
+    /// Opens a list, goes down (or up) in it with the arrow keys and takes the item with Enter.
     void StepList(const ListBox& list, int steps) {
         auto& combo = Widget<QComboBox>(list.Owner, list.Name);
+        combo.showPopup();
+        Settle();
         for (int i = 0; i < std::abs(steps); ++i)
-            QTest::keyClick(&combo, steps > 0 ? Qt::Key_Down : Qt::Key_Up);
+            QTest::keyClick(combo.view(), steps > 0 ? Qt::Key_Down : Qt::Key_Up);
+        QTest::keyClick(combo.view(), Qt::Key_Return);
         Pressed.insert(list.Owner.Name + "." + list.Name);
         Settle();
     }
-    /// Types over the text of a box, and presses a key that ends the typing.
+    /// Clicks into a box, types over what stands there, and presses a key that ends the typing.
     void TypeInto(const Control& box, const char* text, Qt::Key end = Qt::Key_Tab) {
-        auto& line = Widget<QLineEdit>(box.Owner, box.Name);
-        line.setFocus();
-        line.selectAll();
-        QTest::keyClicks(&line, QLatin1String(text));
-        QTest::keyClick(&line, end);
+        auto& widget = Widget(box.Owner, box.Name);
+        auto* line = qobject_cast<QLineEdit*>(&widget);
+        if (auto* combo = qobject_cast<QComboBox*>(&widget)) line = combo->lineEdit();
+        ASSERT_NE(line, nullptr) << box.Name;
+        QTest::mouseClick(line, Qt::LeftButton);
+        QTest::keyClick(line, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(line, QString::fromUtf8(text));
+        QTest::keyClick(line, end);
         Pressed.insert(box.Owner.Name + "." + box.Name);
         Settle();
+    }
+    /// Clicks an arrow of a scroll bar: 1 forward, -1 back.
+    void ScrollOn(const ScrollBar& bar, int direction) {
+        auto& widget = Widget<QScrollBar>(bar.Owner, bar.Name);
+        const bool level = widget.orientation() == Qt::Horizontal;
+        QPoint at(4, 4);
+        if (direction > 0) at = {widget.width() - 5, level ? 4 : widget.height() - 5};
+        QTest::mouseClick(&widget, Qt::LeftButton, {}, at);
+        Pressed.insert(bar.Owner.Name + "." + bar.Name);
+        Settle();
+    }
+    /// A key on the main window, as it comes from the keyboard while no box is typed in.
+    void KeyOn(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        Main().activateWindow();
+        Main().setFocus();
+        QTest::keyClick(&Main(), key, modifiers);
+        Settle();
+    }
+    /// Where a channel lies on a plot.
+    QPoint PlaceOf(int win, int channel, int y = 60) {
+        const WindowState& state = frmVaelAna.Windows[static_cast<std::size_t>(win)];
+        const auto& plot = Plot(win);
+        const double x = (plot.width() - 1.0) * (channel - state.Start) / (state.Span - 1.0);
+        return {static_cast<int>(std::lround(x)), y};
+    }
+    QWidget& Plot(int win) {
+        return Widget(frmVaelAna, frmVaelAna.picGraph[static_cast<std::size_t>(win)].Name);
+    }
+    /// A drag of the left button over a plot, in some steps.
+    void DragOn(int win, QPoint from, QPoint to) {
+        QWidget& plot = Plot(win);
+        QTest::mousePress(&plot, Qt::LeftButton, {}, from);
+        for (int i = 1; i <= 4; ++i) MoveOn(plot, from + (to - from) * i / 4, Qt::LeftButton);
+        QTest::mouseRelease(&plot, Qt::LeftButton, {}, to);
+        Settle();
+    }
+    static void MoveOn(QWidget& plot, QPoint at, Qt::MouseButtons buttons) {
+        QMouseEvent move(QEvent::MouseMove, QPointF(at), QPointF(plot.mapToGlobal(at)),
+                         Qt::NoButton, buttons, Qt::NoModifier);
+        QApplication::sendEvent(&plot, &move);
     }
     /// The user's acts while the modal view stands that the next act opens. It is closed after them
     /// in any case, so that a test that fails does not wait for ever.

@@ -1,8 +1,11 @@
 // The settings dialog, the parameter sheet and the input box in their windows, by mouse and key.
 #include "deskworld.h"
 
+#include "core/cursors.h"
+
 #include <QLabel>
 #include <QPushButton>
+#include <QWindow>
 
 namespace vael {
 namespace {
@@ -179,6 +182,35 @@ TEST(DispParaOnScreen, EveryControlIsPressedAndOkStoresIt) {
     world.ClickOn(v.cmdCansel);
     EXPECT_EQ(store.DefaultParam.Temperature, 800.0);
     census.ExpectPressed(world, "frmDispPara");
+    EXPECT_TRUE(world.Faults.empty());
+}
+
+TEST(ExpandSettingOnScreen, EveryControlIsPressedAndSetShowsTheRange) {
+    DeskWorld world;
+    world.Open({world.Write("first.npd", test::FIVE_LINES)});
+    Census census;
+    const ExpandSettingView& v = frmExpandSetting;
+    world.ClickOn(frmVaelAna.mnuExpandSetting);
+    census.Take();
+    auto& form = *world.Desk.FormOfView(v);
+    ASSERT_TRUE(form.isVisible());
+    EXPECT_EQ(world.Widget<QLabel>(v, "lblMaxCount").text(), QStringLiteral("of 4096"));
+    world.TypeInto(v.txtStartCh, "501");
+    world.TypeInto(v.txtChWidth, "400");
+    world.ClickOn(v.cmdSet);
+    EXPECT_EQ(frmVaelAna.imnSpanCh.Value, 400.0);
+    EXPECT_EQ(CursorCh(), 700);
+    world.TypeInto(v.txtChWidth, "200", Qt::Key_Return);
+    EXPECT_EQ(CursorCh(), 600) << "Enter sets too";
+    EXPECT_TRUE(v.Visible);
+    world.ClickOn(v.cmdChangeWindowMode);
+    EXPECT_TRUE(form.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
+    world.ClickOn(v.cmdChangeWindowMode);
+    EXPECT_FALSE(form.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_TRUE(form.isVisible());
+    world.ClickOn(v.cmdClose);
+    EXPECT_FALSE(form.isVisible());
+    census.ExpectPressed(world, "frmExpandSetting");
     EXPECT_TRUE(world.Faults.empty());
 }
 

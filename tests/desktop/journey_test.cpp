@@ -1,6 +1,7 @@
 // Journeys through the real window by mouse and keyboard, and the list of controls nobody pressed.
 #include "deskworld.h"
 
+#include "panelpresses.h"
 #include "rowspresses.h"
 
 #include "core/windows.h"
@@ -255,6 +256,8 @@ TEST(Journey, EveryEnabledControlIsPressed) {
     press(v.mnuSetCons);
     world.ClickOn(v.Command1);  // its sheet has a census of its own
     world.ClickOn(frmDispPara.cmdCansel);
+    world.ClickOn(v.mnuExpandSetting);
+    world.ClickOn(frmExpandSetting.cmdClose);
     press(v.mnuLogText);
     EXPECT_TRUE(world.Desk.FormOfView(frmLog)->isVisible());
     press(frmLog.cmdClear);
@@ -272,6 +275,7 @@ TEST(Journey, EveryEnabledControlIsPressed) {
     EXPECT_EQ(RowNames().front(), "Fit");
 
     test::PressSavingAndRows(world, press);
+    test::PressPlots(world, press);
 
     frmDialogMessage.Kind(0);
     frmDialogMessage.Visible = true;

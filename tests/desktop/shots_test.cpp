@@ -169,6 +169,9 @@ void ShootSmallViews(DeskWorld& world, const std::string& end) {
     world.ClickOn(frmVaelAna.Command1);
     shoot(frmDispPara, "disppara");
     world.ClickOn(frmDispPara.cmdCansel);
+    world.ClickOn(frmVaelAna.mnuExpandSetting);
+    shoot(frmExpandSetting, "expandsetting");
+    world.ClickOn(frmExpandSetting.cmdClose);
     world.WhileModal(frmInput, [&] {
         frmInput.txtInput.Text = "2026-11-21";
         world.Desk.Show();

@@ -5,6 +5,7 @@
 #include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
+#include "core/frmexpandsetting.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
@@ -60,6 +61,7 @@ inline void FreshViews() {
     Unload(frmDialogLoad);
     Unload(frmInput);
     Unload(frmDispPara);
+    Unload(frmExpandSetting);
     Unload(frmSetting);
 }
 
