@@ -3,6 +3,7 @@
 #pragma once
 
 #include "analysis/frmsetting.h"
+#include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
@@ -110,6 +111,7 @@ struct DeskWorld {
         Unload(frmLog);
         Unload(frmSelGraph);
         Unload(frmDialogMessage);
+        Unload(frmDialogLoad);
         Unload(frmInput);
         Unload(frmDispPara);
         Unload(frmExpandSetting);
