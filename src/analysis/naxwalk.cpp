@@ -174,12 +174,13 @@ private:
     }
 
     /// The region reaches beyond the outer candidates, and half way to a neighbour that is nearer.
+    /// A candidate that is nowhere (counts and settings without any sense) ends in an Overflow.
     void FitFirstGroup() {
         const std::size_t size = GroupSize();
         const std::span<const NaxCandidate> group{pending_.data(), size};
         NaxRegion region;
-        region.From = static_cast<int>(std::ceil(group.front().Position)) - Reach();
-        region.To = static_cast<int>(std::floor(group.back().Position)) + Reach();
+        region.From = Whole32(std::ceil(group.front().Position)) - Reach();
+        region.To = Whole32(std::floor(group.back().Position)) + Reach();
         region.LeftNeighbour = leftNeighbour_;
         region.RightNeighbour = size < pending_.size() ? pending_[size].Position
                                 : notKept_ > 0.0       ? notKept_
@@ -188,11 +189,11 @@ private:
         if (region.LeftNeighbour > 0.0)
             region.From = std::max(
                 region.From,
-                static_cast<int>(std::ceil((leftNeighbour_ + group.front().Position) / 2.0)));
+                Whole32(std::ceil((leftNeighbour_ + group.front().Position) / 2.0)));
         if (region.RightNeighbour > 0.0)
-            region.To = std::min(
-                region.To, static_cast<int>(
-                               std::floor((region.RightNeighbour + group.back().Position) / 2.0)));
+            region.To =
+                std::min(region.To, Whole32(std::floor((region.RightNeighbour +
+                                                        group.back().Position) / 2.0)));
         region.To = std::min(region.To, searched_);
         const std::size_t count = static_cast<std::size_t>(count_);
         NaxGroupFit(group, region, {{state_.X.data(), count}, {state_.Y.data(), count}}, tables_,
