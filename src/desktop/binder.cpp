@@ -54,7 +54,7 @@ auto Fields(const NumberBox& c) {
     return std::tuple_cat(Common(c), std::tie(c.Value, c.Format, c.ReadOnly));
 }
 auto Fields(const ListBox& c) {
-    return std::tuple_cat(Common(c), std::tie(c.Items, c.Index, c.Typed, c.Picked));
+    return std::tuple_cat(Common(c), std::tie(c.Items, c.Index, c.Typed, c.Picked, c.Multiple));
 }
 auto Fields(const Tabs& c) { return std::tuple_cat(Common(c), std::tie(c.Captions, c.Index)); }
 auto Fields(const Grid& c) {
@@ -143,7 +143,7 @@ private:
 
 void Wire(Option& record, QRadioButton& widget, const Again& again) {
     new DoubleClickWatch(record, widget);  // goes with the widget
-    widget.setAutoExclusive(false);  // the records know the groups
+    widget.setAutoExclusive(false);        // the records know the groups
     QObject::connect(&widget, &QRadioButton::clicked, &widget, [&record, again] {
         Click(record);
         again();
