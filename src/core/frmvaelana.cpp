@@ -1,10 +1,13 @@
 // The main view: two graph windows, the button panel, the menus, and the public accessors.
 #include "core/frmvaelana.h"
 
+#include "analysis/frmsetting.h"
 #include "core/areamarks.h"
 #include "core/cursors.h"
 #include "core/expand.h"
 #include "core/fault.h"
+#include "core/frmdisppara.h"
+#include "core/frmexpandsetting.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/graphs.h"
@@ -103,9 +106,9 @@ void Withhold(VaelAnaView& v) {
           &v.mnuColor,         &v.mnuCalcSpect,
           &v.mnuPeakIns,        &v.mnuPeakAllIns,     &v.mnuPeakDelete,    &v.mnuPeakAllDelete,
           &v.mnuRoiStart,       &v.mnuRoiEnd,         &v.mnuPeakReport,    &v.mnuFitting,
-          &v.mnuFittingAll,     &v.mnuPeakSep,        &v.mnuExpressFit,    &v.mnuSetCons,
-          &v.mnuExpandSetting,  &v.mnuCons,           &v.cmdManualFitting, &v.cmdShowReport,
-          &v.Command1,          &v.cmdFiles[2],
+          &v.mnuFittingAll,     &v.mnuPeakSep,        &v.mnuExpressFit,
+          &v.mnuCons,           &v.cmdManualFitting, &v.cmdShowReport,
+          &v.cmdFiles[2],
           &v.cmdFiles[3],       &v.cmdEnergy[0],      &v.cmdEnergy[1],     &v.cmdOperation[1],
           &v.cmdOperation[9],   &v.cmdOperation[10]},
          "comes in a later release");
@@ -253,6 +256,9 @@ void WireMenus(VaelAnaView& v) {
     v.mnuBackGround.Click = vael::mnuBackGround;
     v.mnuNaxFit.Click = mnuNaxFit_Click;
     v.mnuLogText.Click = mnuLogText_Click;
+    v.mnuSetCons.Click = ShowSetting;
+    v.Command1.Click = ShowDispPara;
+    v.mnuExpandSetting.Click = ShowExpandSetting;
     v.mnuDot.Click = [] { SetDrawKind(DRAW_DOT); };
     v.mnuLine.Click = [] { SetDrawKind(DRAW_LINE); };
     v.mnuPaint.Click = [] { SetDrawKind(DRAW_PAINT); };

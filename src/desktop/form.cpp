@@ -86,6 +86,20 @@ void Form::BringVisible() {
     if (!place_.isEmpty()) restoreGeometry(place_);
     show();
     raise();
+    if (view_.Modal) FocusFirst();
+}
+
+/// A dialog begins at its first box, with its text marked so that typing replaces it.
+void Form::FocusFirst() {
+    for (QWidget* next = nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
+        const auto* text = qobject_cast<const QPlainTextEdit*>(next);
+        if (text != nullptr && text->isReadOnly()) continue;
+        if ((next->focusPolicy() & Qt::TabFocus) == 0 || !next->isEnabled() ||
+            !next->isVisibleTo(this))
+            continue;
+        next->setFocus(Qt::TabFocusReason);
+        return;
+    }
 }
 
 void Form::BringOnTop() {

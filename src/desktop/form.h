@@ -47,6 +47,7 @@ private:
     void Decorate();
     void BringVisible();
     void BringOnTop();
+    void FocusFirst();
     View& view_;
     Extras extras_;
     Joined joined_;

@@ -1,14 +1,22 @@
 // The list of forms: which .ui file belongs to which view.
 #include "desktop/forms.h"
 
+#include "analysis/frmsetting.h"
 #include "core/frmdialogmessage.h"
+#include "core/frmdisppara.h"
+#include "core/frmexpandsetting.h"
+#include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "desktop/icons.h"
 #include "ui_frmdialogmessage.h"
+#include "ui_frmdisppara.h"
+#include "ui_frmexpandsetting.h"
+#include "ui_frminput.h"
 #include "ui_frmlog.h"
 #include "ui_frmselgraph.h"
+#include "ui_frmsetting.h"
 #include "ui_frmvaelana.h"
 
 #include <QLabel>
@@ -46,6 +54,10 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmLog, FromUi<Ui::frmLog>()));
     forms.push_back(std::make_unique<Form>(frmSelGraph, FromUi<Ui::frmSelGraph>()));
     forms.push_back(std::make_unique<Form>(frmDialogMessage, FromUi<Ui::frmDialogMessage>()));
+    forms.push_back(std::make_unique<Form>(frmInput, FromUi<Ui::frmInput>()));
+    forms.push_back(std::make_unique<Form>(frmDispPara, FromUi<Ui::frmDispPara>()));
+    forms.push_back(std::make_unique<Form>(frmExpandSetting, FromUi<Ui::frmExpandSetting>()));
+    forms.push_back(std::make_unique<Form>(frmSetting, FromUi<Ui::frmSetting>()));
     return forms;
 }
 

@@ -2,7 +2,11 @@
 // acts of a user's mouse and keyboard on the real widgets.
 #pragma once
 
+#include "analysis/frmsetting.h"
 #include "core/frmdialogmessage.h"
+#include "core/frmdisppara.h"
+#include "core/frmexpandsetting.h"
+#include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
@@ -25,6 +29,7 @@
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -100,6 +105,10 @@ struct DeskWorld {
         Unload(frmLog);
         Unload(frmSelGraph);
         Unload(frmDialogMessage);
+        Unload(frmInput);
+        Unload(frmDispPara);
+        Unload(frmExpandSetting);
+        Unload(frmSetting);
         RunEvent(frmVaelAna, [this] { Form_Load(Folder.path().toStdString()); });
         Desk.Show();
         Settle();
@@ -164,8 +173,8 @@ struct DeskWorld {
         Pressed.insert(list.Owner.Name + "." + list.Name);
         Settle();
     }
-    /// Clicks into a box, types over what stands there, and ends with Enter.
-    void TypeInto(const Control& box, const char* text) {
+    /// Clicks into a box, types over what stands there, and presses a key that ends the typing.
+    void TypeInto(const Control& box, const char* text, Qt::Key end = Qt::Key_Tab) {
         auto& widget = Widget(box.Owner, box.Name);
         auto* line = qobject_cast<QLineEdit*>(&widget);
         if (auto* combo = qobject_cast<QComboBox*>(&widget)) line = combo->lineEdit();
@@ -173,7 +182,7 @@ struct DeskWorld {
         QTest::mouseClick(line, Qt::LeftButton);
         QTest::keyClick(line, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(line, QString::fromUtf8(text));
-        QTest::keyClick(line, Qt::Key_Return);
+        QTest::keyClick(line, end);
         Pressed.insert(box.Owner.Name + "." + box.Name);
         Settle();
     }
@@ -217,6 +226,21 @@ struct DeskWorld {
                          Qt::NoButton, buttons, Qt::NoModifier);
         QApplication::sendEvent(&plot, &move);
     }
+    /// The user's acts while the modal view stands that the next act opens. It is closed after them
+    /// in any case, so that a test that fails does not wait for ever.
+    void WhileModal(View& view, std::function<void()> acts) {
+        auto* clock = new QTimer(&Desk);
+        QObject::connect(clock, &QTimer::timeout, &Desk, [this, clock, &view, acts] {
+            if (!view.Visible) return;
+            clock->stop();
+            clock->deleteLater();
+            Settle();
+            acts();
+            EXPECT_FALSE(view.Visible) << view.Name << " was left open";
+            view.Visible = false;
+        });
+        clock->start(1);
+    }
     /// Writes a spectrum made in the test; its path.
     std::string Write(const std::string& name, const std::vector<GaussLine>& lines) {
         const std::string path = (Folder.path() + QLatin1Char('/')).toStdString() + name;
@@ -244,6 +268,36 @@ inline std::string MeasuredFile(const std::string& name) {
 inline QImage PaperOf(DeskWorld& world, const Picture& picture) {
     DeskWorld::Settle();
     return world.Widget<PictureWidget>(picture.Owner, picture.Name).Paper().Image();
+}
+
+/// What a user could press at this moment, by view and name.
+inline void CollectUsable(std::set<std::string>& usable) {
+    for (const View* view : AllViews()) {
+        if (!view->Visible || view->Name == "frmSmall" || view->Name == "frmKinds") continue;
+        for (const Control* control : view->Controls()) {
+            bool acts = control->Usable();
+            switch (control->Kind) {
+                case ControlKind::Button:
+                case ControlKind::CheckBox:
+                case ControlKind::Option:
+                case ControlKind::ListBox:
+                case ControlKind::ScrollBar:
+                case ControlKind::Grid:
+                case ControlKind::Tabs: break;
+                case ControlKind::TextBox:
+                    acts = acts && !static_cast<const TextBox*>(control)->ReadOnly;
+                    break;
+                case ControlKind::NumberBox:
+                    acts = acts && !static_cast<const NumberBox*>(control)->ReadOnly;
+                    break;
+                case ControlKind::Menu:
+                    acts = acts && !static_cast<const Menu*>(control)->Parent.empty();
+                    break;
+                default: acts = false; break;
+            }
+            if (acts) usable.insert(view->Name + "." + control->Name);
+        }
+    }
 }
 
 inline const std::vector<GaussLine> FIVE_LINES{{600.0, 4000.0, 9.0},

@@ -217,42 +217,14 @@ TEST(Journey, TheDataFolderIsFilledOnceAndNotOverwritten) {
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "the user's own");
 }
 
-/// What a user could press at this moment, by view and name.
-void CollectUsable(std::set<std::string>& usable) {
-    for (const View* view : AllViews()) {
-        if (!view->Visible || view->Name == "frmSmall") continue;
-        for (const Control* control : view->Controls()) {
-            bool acts = control->Usable();
-            switch (control->Kind) {
-                case ControlKind::Button:
-                case ControlKind::CheckBox:
-                case ControlKind::Option:
-                case ControlKind::ListBox:
-                case ControlKind::ScrollBar: break;
-                case ControlKind::TextBox:
-                    acts = acts && !static_cast<const TextBox*>(control)->ReadOnly;
-                    break;
-                case ControlKind::NumberBox:
-                    acts = acts && !static_cast<const NumberBox*>(control)->ReadOnly;
-                    break;
-                case ControlKind::Menu:
-                    acts = acts && !static_cast<const Menu*>(control)->Parent.empty();
-                    break;
-                default: acts = false; break;
-            }
-            if (acts) usable.insert(view->Name + "." + control->Name);
-        }
-    }
-}
-
 TEST(Journey, EveryEnabledControlIsPressed) {
     DeskWorld world;
     VaelAnaView& v = frmVaelAna;
     std::set<std::string> usable;
     const auto press = [&](const auto& control) {
-        CollectUsable(usable);
+        test::CollectUsable(usable);
         world.ClickOn(control);
-        CollectUsable(usable);
+        test::CollectUsable(usable);
     };
     const std::string first = world.Write("first.npd", FIVE_LINES);
     const std::string second = world.Write("second.npd", {{800.0, 5000.0, 9.0}});
@@ -280,6 +252,12 @@ TEST(Journey, EveryEnabledControlIsPressed) {
     press(v.mnuBackGround);
     press(v.mnuNaxFit);
     EXPECT_TRUE(v.mnuNaxFit.Checked);
+    world.WhileModal(frmSetting, [&] { world.ClickOn(frmSetting.cmdCansel); });
+    press(v.mnuSetCons);
+    world.ClickOn(v.Command1);  // its sheet has a census of its own
+    world.ClickOn(frmDispPara.cmdCansel);
+    world.ClickOn(v.mnuExpandSetting);
+    world.ClickOn(frmExpandSetting.cmdClose);
     press(v.mnuLogText);
     EXPECT_TRUE(world.Desk.FormOfView(frmLog)->isVisible());
     press(frmLog.cmdClear);

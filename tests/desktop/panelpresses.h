@@ -21,7 +21,7 @@ void PressPlots(DeskWorld& world, Press press) {
     ASSERT_EQ(store.GraphTotal, 3);
 
     // The cursor.
-    world.TypeInto(v.inumCursorCh, "1000");
+    world.TypeInto(v.inumCursorCh, "1000", Qt::Key_Return);
     EXPECT_EQ(CursorCh(), 999);
     press(v.spnCursor[0]);
     press(v.cmdOperation[11]);
@@ -84,7 +84,7 @@ void PressPlots(DeskWorld& world, Press press) {
     EXPECT_LT(YFullScale(0), scale);
     press(v.mnuShoter);
     EXPECT_EQ(YFullScale(0), scale);
-    world.TypeInto(v.itxtScaleY, "25k");
+    world.TypeInto(v.itxtScaleY, "25k", Qt::Key_Return);
     EXPECT_EQ(YFullScale(0), 25000);
     world.StepList(v.itxtScaleY, 1);
     EXPECT_NE(YFullScale(0), 25000);
@@ -106,7 +106,7 @@ void PressPlots(DeskWorld& world, Press press) {
     EXPECT_EQ(v.imnSpanCh.Value, 2048);
     press(v.cmdWider);
     EXPECT_EQ(v.imnSpanCh.Value, 4096);
-    world.TypeInto(v.imnSpanCh, "500");
+    world.TypeInto(v.imnSpanCh, "500", Qt::Key_Return);
     EXPECT_EQ(v.imnSpanCh.Value, 500);
     const int from = v.hsbStartX.Value;
     world.ScrollOn(v.hsbStartX, 1);
@@ -114,7 +114,7 @@ void PressPlots(DeskWorld& world, Press press) {
     EXPECT_EQ(Engine().Target(0).XStart, v.hsbStartX.Value);
 
     // The angle in force.
-    world.TypeInto(v.txt2Theta, "12.25");
+    world.TypeInto(v.txt2Theta, "12.25", Qt::Key_Return);
     EXPECT_EQ(store.PropertyRecords[static_cast<std::size_t>(DataNo())].Param.TwoTheta, 12.25);
 
     // Styles.

@@ -73,5 +73,51 @@ TEST_F(Shots, TheLogAndTheMessage) {
     world.Desk.Show();
 }
 
+/// The small views, each as it stands when it is opened.
+void ShootSmallViews(DeskWorld& world, const std::string& end) {
+    const auto shoot = [&](const View& view, const std::string& name) {
+        Shoot(*world.Desk.FormOfView(view), name + end);
+    };
+    const auto shootSetting = [&](const std::string& name) {
+        world.WhileModal(frmSetting, [&, name] {
+            shoot(frmSetting, name);
+            world.ClickOn(frmSetting.cmdCansel);
+        });
+        world.ClickOn(frmVaelAna.mnuSetCons);
+    };
+    store.DefaultParam.EgcCoef = {-0.0515, 0.031733, 1.2e-9};
+    store.DefaultParam.TwoTheta = 15.01459;
+    store.DefaultParam.RealTime = 600.0;
+    store.DefaultParam.LiveTime = 588.5;
+    store.DefaultParam.Temperature = 27.0;
+    shootSetting("setting");
+    store.FitMode = 1;
+    shootSetting("setting_express");
+    world.ClickOn(frmVaelAna.Command1);
+    shoot(frmDispPara, "disppara");
+    world.ClickOn(frmDispPara.cmdCansel);
+    world.ClickOn(frmVaelAna.mnuExpandSetting);
+    shoot(frmExpandSetting, "expandsetting");
+    world.ClickOn(frmExpandSetting.cmdClose);
+    world.WhileModal(frmInput, [&] {
+        frmInput.txtInput.Text = "2026-11-21";
+        world.Desk.Show();
+        shoot(frmInput, "input");
+        world.ClickOn(frmInput.cmdCan);
+    });
+    RunEvent(frmVaelAna, [] { (void)AskLine("New Dir"); });
+}
+
+TEST_F(Shots, TheSmallViews) {
+    DeskWorld world;
+    ShootSmallViews(world, "");
+}
+
+TEST_F(Shots, TheSmallViewsInTheDark) {
+    Dark();
+    DeskWorld world;
+    ShootSmallViews(world, "_dark");
+}
+
 }  // namespace
 }  // namespace vael

@@ -1,7 +1,11 @@
 // A fresh world for a test: an empty store, views with their form defaults, a program folder.
 #pragma once
 
+#include "analysis/frmsetting.h"
 #include "core/frmdialogmessage.h"
+#include "core/frmdisppara.h"
+#include "core/frmexpandsetting.h"
+#include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
@@ -53,6 +57,10 @@ inline void FreshViews() {
     Unload(frmLog);
     Unload(frmSelGraph);
     Unload(frmDialogMessage);
+    Unload(frmInput);
+    Unload(frmDispPara);
+    Unload(frmExpandSetting);
+    Unload(frmSetting);
 }
 
 /// The program started in an empty folder, with a scripted desk.

@@ -1,0 +1,47 @@
+// A one-line input box of the program's own.
+#include "core/frminput.h"
+
+#include "toolkit/hand.h"
+
+namespace vael {
+namespace {
+
+void cmdOk_Click() { frmInput.Visible = false; }
+
+void cmdCan_Click() {
+    frmInput.txtInput.Text.clear();
+    frmInput.Visible = false;
+}
+
+bool Keys(const KeyPress& key) {
+    if (key.Key == KeyPress::Name::Enter)
+        cmdOk_Click();
+    else if (key.Key == KeyPress::Name::Escape)
+        cmdCan_Click();
+    else
+        return false;
+    return true;
+}
+
+}  // namespace
+
+InputView::InputView() : View("frmInput", "Input") {
+    Modal = true;
+    cmdOk.Click = cmdOk_Click;
+    cmdCan.Click = cmdCan_Click;
+    Closing = cmdCan_Click;
+    KeyPreview = Keys;
+}
+
+void InputView::CapName(const std::string& text) {
+    lblInputName.Caption = text;
+    txtInput.Text.clear();
+}
+
+std::string AskLine(const std::string& name) {
+    frmInput.CapName(name);
+    ShowModal(frmInput);
+    return frmInput.StrValue();
+}
+
+}  // namespace vael
