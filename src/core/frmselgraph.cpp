@@ -74,7 +74,7 @@ SelGraphView::SelGraphView() : View("frmSelGraph", "Graph Select") {
     const Column heads[] = {SHOWN, MARKER, SWATCH, NAME, SAMPLE};
     const char* const words[] = {"Show", "", "", "Name", "Sample"};
     for (std::size_t k = 0; k < std::size(heads); ++k) sprGraphSel.At(heads[k], 0).Text = words[k];
-    sprGraphSel.Widths = {4, 5, 3, 4, 20, 20};
+    sprGraphSel.Widths = {4, 5, 3, 4, 20, 24};
     sprGraphSel.CellEdit = sprGraphSel_CellEdit;
     sprGraphSel.CellClick = sprGraphSel_CellClick;
     chkFix.Tip = "Hold this window above the others";

@@ -2,6 +2,7 @@
 #include "desktop/forms.h"
 
 #include "analysis/frmsetting.h"
+#include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
@@ -10,6 +11,7 @@
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "desktop/icons.h"
+#include "ui_frmdialogload.h"
 #include "ui_frmdialogmessage.h"
 #include "ui_frmdisppara.h"
 #include "ui_frmexpandsetting.h"
@@ -54,6 +56,7 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmLog, FromUi<Ui::frmLog>()));
     forms.push_back(std::make_unique<Form>(frmSelGraph, FromUi<Ui::frmSelGraph>()));
     forms.push_back(std::make_unique<Form>(frmDialogMessage, FromUi<Ui::frmDialogMessage>()));
+    forms.push_back(std::make_unique<Form>(frmDialogLoad, FromUi<Ui::frmDialogLoad>()));
     forms.push_back(std::make_unique<Form>(frmInput, FromUi<Ui::frmInput>()));
     forms.push_back(std::make_unique<Form>(frmDispPara, FromUi<Ui::frmDispPara>()));
     forms.push_back(std::make_unique<Form>(frmExpandSetting, FromUi<Ui::frmExpandSetting>()));

@@ -128,12 +128,12 @@ void Bring(const ListBox& record, QComboBox& widget) {
 }
 
 void Wire(ListBox& record, QListWidget& widget, const std::function<void()>& again) {
-    widget.setSelectionMode(record.Multiple ? QAbstractItemView::ExtendedSelection
-                                            : QAbstractItemView::SingleSelection);
     new ListHand(record, widget, again);  // goes with the widget
 }
 
 void Bring(const ListBox& record, QListWidget& widget) {
+    widget.setSelectionMode(record.Multiple ? QAbstractItemView::ExtendedSelection
+                                            : QAbstractItemView::SingleSelection);
     const QStringList items = Words(record.Items);
     bool same = items.size() == widget.count();
     for (int i = 0; same && i < widget.count(); ++i) same = widget.item(i)->text() == items[i];

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "analysis/frmsetting.h"
+#include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
@@ -17,8 +18,8 @@
 #include "support/spectra.h"
 #include "toolkit/hand.h"
 
-#include <QApplication>
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
@@ -83,6 +84,11 @@ public:
         Answers.pop_front();
         return answer;
     }
+    std::function<void()> OnBreathe;  // while a command lets the views breathe
+    void Breathe() override {
+        QtDesk::Breathe();
+        if (OnBreathe) OnBreathe();
+    }
     bool OpenText(const std::string& path) override {
         OpenedTexts.push_back(path);
         return EditorStarts;
@@ -105,6 +111,7 @@ struct DeskWorld {
         Unload(frmLog);
         Unload(frmSelGraph);
         Unload(frmDialogMessage);
+        Unload(frmDialogLoad);
         Unload(frmInput);
         Unload(frmDispPara);
         Unload(frmExpandSetting);

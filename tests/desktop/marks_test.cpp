@@ -166,9 +166,7 @@ TEST_P(Marks, OverlappingMarksLeaveNoTrace) {
 }
 
 TEST_P(Marks, TheBandOfTheMagnifierLeavesNoTrace) {
-    MouseDown(Plot(1), MouseButton::Left, 5, 5);
-    MouseUp(Plot(1), MouseButton::Left, 5, 5);
-    Click(frmVaelAna.mnuCloseGraph);  // the magnifier takes graphs of the upper window alone
+    Tick(frmVaelAna.chkGrp[1], 1);  // the magnifier takes graphs of the upper window alone
     const std::int16_t kind = std::get<1>(GetParam());
     ASSERT_TRUE(Tick(frmVaelAna.ckbExpand, 1));
     EXPECT_EQ(Engine().Target(0).DrawKind, kind);

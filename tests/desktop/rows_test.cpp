@@ -1,12 +1,16 @@
 // Rows and files in the real window: the list of rows, the chips of both windows, the save dialog.
 #include "deskworld.h"
 
+#include "core/frmdialogload.h"
+#include "core/frminput.h"
 #include "core/frmselgraph.h"
 #include "core/graphs.h"
 #include "desktop/griditems.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QTimer>
 
 #include <functional>
@@ -148,6 +152,100 @@ TEST(Rows, TheSaveDialogStandsWithItsProposalAndSavesInTheChosenForm) {
     EXPECT_EQ(name, QString::fromUtf8("試料 a,b_RAW"));
     EXPECT_EQ(chosen->FilterIndex, 3);
     EXPECT_EQ(chosen->Paths.front(), world.Folder.path().toStdString() + "/試料 a,b_RAW.xbm");
+}
+
+// --- the program's own file dialog, which no button opens yet -----------
+
+/// Opens it as a command would, with the user's acts while it stands.
+bool RunDialog(DeskWorld&, const std::function<void()>& act) {
+    QTimer::singleShot(0, [&] { act(); });
+    bool chosen = false;
+    RunEvent(frmVaelAna, [&] { chosen = OpenDialogLoad(); });
+    DeskWorld::Settle();
+    return chosen;
+}
+
+TEST(FileDialogue, IsWorkedByMouseAndKeys) {
+    DeskWorld world;
+    world.Write("one.npd", FIVE_LINES);
+    world.Write("two words.npd", FIVE_LINES);
+    QDir(world.Folder.path()).mkdir(QStringLiteral("inner"));
+    DialogLoadView& v = frmDialogLoad;
+    v.SetExt("npd,xbm");
+    v.Directory(world.Folder.path().toStdString());
+    v.DefExt("npd");
+    v.MultiSelect(true);
+    v.VisibleWin(true);
+    v.MaxGrp(10);
+    const bool chosen = RunDialog(world, [&] {
+        ASSERT_TRUE(world.Desk.FormOfView(v)->isVisible());
+        auto& files = world.Widget<QListWidget>(v, "filFiles");
+        ASSERT_EQ(files.count(), 2);
+        const auto click = [&](int row, Qt::KeyboardModifiers keys) {
+            QTest::mouseClick(files.viewport(), Qt::LeftButton, keys,
+                              files.visualItemRect(files.item(row)).center());
+            DeskWorld::Settle();
+        };
+        click(0, {});
+        click(1, Qt::ControlModifier);
+        EXPECT_EQ(world.Widget<QLineEdit>(v, "txtSelFile").text(),
+                  QStringLiteral("one.npd;two words.npd"));
+        world.ClickOn(v.optGSel[1]);
+        world.ClickOn(v.optGSel[0]);
+        world.StepList(v.cboGSel, 2);
+        world.StepList(v.cmbExtName, 1);
+        EXPECT_EQ(files.count(), 0);
+        world.StepList(v.cmbExtName, -1);
+        world.StepList(v.drvDrive, -1);
+        v.Directory(world.Folder.path().toStdString());
+        world.Desk.Show();
+        auto& folders = world.Widget<QListWidget>(v, "dirDirectory");
+        ASSERT_EQ(folders.count(), 2);
+        folders.setFocus();
+        folders.setCurrentRow(1);
+        QTest::keyClick(&folders, Qt::Key_Return);
+        DeskWorld::Settle();
+        EXPECT_EQ(v.Directory(), world.Folder.filePath(QStringLiteral("inner")).toStdString());
+        v.Directory(world.Folder.path().toStdString());
+        world.Desk.Show();
+        click(1, {});
+        world.Desk.Answers.push_back(Answer::Ok);
+        world.ClickOn(v.cmdDetails);
+        EXPECT_TRUE(QString::fromStdString(world.Desk.Asked.back())
+                        .startsWith(QStringLiteral("two words.npd: ")));
+        world.ClickOn(v.cmdSet);
+    });
+    EXPECT_TRUE(chosen);
+    EXPECT_EQ(v.Paths(),
+              (std::vector<std::string>{
+                  world.Folder.filePath(QStringLiteral("two words.npd")).toStdString()}));
+    EXPECT_EQ(v.GraphNo(), 2);
+    EXPECT_EQ(v.ModeSelect(), 0);
+    EXPECT_TRUE(world.Faults.empty());
+}
+
+TEST(FileDialogue, MakesAFolderAndEscapeCancels) {
+    DeskWorld world;
+    DialogLoadView& v = frmDialogLoad;
+    v.Directory(world.Folder.path().toStdString());
+    const bool chosen = RunDialog(world, [&] {
+        QTimer::singleShot(0, [&] {
+            auto& line = world.Widget<QLineEdit>(frmInput, "txtInput");
+            QTest::keyClicks(&line, QStringLiteral("made here"));
+            QTest::keyClick(&line, Qt::Key_Return);
+        });
+        world.ClickOn(v.cmdMkDir);
+        EXPECT_TRUE(QFileInfo(world.Folder.filePath(QStringLiteral("made here"))).isDir());
+        EXPECT_EQ(v.dirDirectory.Items.back(), "made here");
+        QTest::keyClick(world.Desk.FormOfView(v), Qt::Key_Escape);
+    });
+    EXPECT_FALSE(chosen);
+    EXPECT_FALSE(world.Desk.FormOfView(v)->isVisible());
+}
+
+TEST(FileDialogue, ItsCancelButtonCancels) {
+    DeskWorld world;
+    EXPECT_FALSE(RunDialog(world, [&] { world.ClickOn(frmDialogLoad.cmdCan); }));
 }
 
 }  // namespace

@@ -1,6 +1,10 @@
 // Screenshots of the window for a person to look at: light, dark, at single and double density.
 #include "shots.h"
 
+#include "core/frmdialogload.h"
+
+#include <QDir>
+
 namespace vael {
 namespace {
 
@@ -46,6 +50,32 @@ TEST_F(Shots, TheListOfRows) {
         world.ClickOn(frmVaelAna.cmdMnSelGrp);
         Shoot(*world.Desk.FormOfView(frmSelGraph), dark ? "rows_dark" : "rows");
         Shoot(world.Main(), dark ? "two_windows_dark" : "two_windows");
+    }
+}
+
+TEST_F(Shots, TheFileDialog) {
+    for (const bool dark : {false, true}) {
+        if (dark) Dark();
+        DeskWorld world;
+        for (const char* name : {"AuWire.npd", "NaCl 2 GPa.npd", "試料.npd"})
+            world.Write(name, test::FIVE_LINES);
+        QDir(world.Folder.path()).mkdir(QStringLiteral("former runs"));
+        DialogLoadView& v = frmDialogLoad;
+        v.SetExt("npd,xbm,000");
+        v.Directory(world.Folder.path().toStdString());
+        v.DefExt("npd");
+        v.VisibleWin(true);
+        v.MaxGrp(10);
+        v.drvDrive.Items = {"/"};
+        v.drvDrive.Index = 0;
+        v.FileName("AuWire.npd");
+        v.filFiles.Index = 0;
+        v.Visible = true;
+        world.Desk.Show();
+        DeskWorld::Settle();
+        Shoot(*world.Desk.FormOfView(v), dark ? "files_dark" : "files");
+        v.Visible = false;
+        world.Desk.Show();
     }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "analysis/frmsetting.h"
+#include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
@@ -57,6 +58,7 @@ inline void FreshViews() {
     Unload(frmLog);
     Unload(frmSelGraph);
     Unload(frmDialogMessage);
+    Unload(frmDialogLoad);
     Unload(frmInput);
     Unload(frmDispPara);
     Unload(frmExpandSetting);
