@@ -18,8 +18,8 @@
 #include "support/spectra.h"
 #include "toolkit/hand.h"
 
-#include <QApplication>
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
