@@ -49,6 +49,8 @@ ParamRecord& TypedParam() {
 void txt2Theta_Take() {
     ParamRecord& param = TypedParam();
     const std::string typed = frmVaelAna.txt2Theta.Text;
+    // What the box shows has fewer digits than the record: leaving it untouched changes nothing.
+    if (typed == FormatNumber(param.TwoTheta, "0.00000")) return;
     const auto angle = ParseNumber(typed);
     frmVaelAna.txt2Theta.Text = FormatNumber(angle.value_or(param.TwoTheta), "0.00000");
     if (!angle) {
@@ -81,6 +83,16 @@ void chkCsrType_Click() { RefreshCursorMarks(); }
 void chkPeakParameter_Click() { RedrawBoth(); }
 
 void mnuLogText_Click() { frmLog.Visible = true; }
+
+/// The plots take the room of the side panel while it is away.
+void ToggleSidePanel() {
+    VaelAnaView& v = frmVaelAna;
+    const bool shown = !v.panelSide.Visible;
+    v.panelSide.Visible = shown;
+    v.mnuSidePanel.Checked = shown;
+    v.cmdSidePanel.Caption = shown ? "›" : "‹";
+    TellStatus(shown ? "The side panel is shown." : "The side panel is hidden; F9 shows it.");
+}
 
 void Resized() {
     HidePeakMemo();
@@ -116,41 +128,49 @@ void Withhold(VaelAnaView& v) {
 
 void Tips(VaelAnaView& v) {
     constexpr std::array<const char*, 13> OPERATIONS{
-        "Smooth the current row and fit all its peaks (F5)",
-        "Fit by hand",
-        "Fit all peaks of the current row (F6)",
-        "Smooth the current row (F4)",
-        "Delete the peaks in the range of the area cursor (Ctrl+Delete)",
-        "Clear all data",
-        "Cursor to the previous peak (Alt+Left)",
-        "Area cursor over the whole axis, or off (F8)",
-        "Cursor to the next peak (Alt+Right)",
-        "Lattice Fitting",
-        "Peak report",
-        "Cursor one channel down (Left; Shift: 20; Ctrl: marks an area)",
-        "Cursor one channel up (Right; Shift: 20; Ctrl: marks an area)"};
+        "Smooths the current row into the row \"Smooth\" and fits all its peaks (F5)",
+        "Fits single peaks of the current row by hand",
+        "Fits all peaks of the current row as it is (F6)",
+        "Smooths the current row into the row \"Smooth\" (F4)",
+        "Deletes the peaks of the current row that lie in the area, after a question (Ctrl+Delete)",
+        "Closes all rows, after a question",
+        "Moves the cursor to the previous peak of the current row (Alt+Left)",
+        "Spreads the area over the whole axis, or takes it off (F8)",
+        "Moves the cursor to the next peak of the current row (Alt+Right)",
+        "Matches the peaks of the current row to a crystal and refines its cell",
+        "Lists the peaks of the current row",
+        "Moves the cursor one channel down (Left; with Shift 20 channels, with Ctrl it marks an area)",
+        "Moves the cursor one channel up (Right; with Shift 20 channels, with Ctrl it marks an area)"};
     for (std::size_t k = 0; k < OPERATIONS.size(); ++k) v.cmdOperation[k].Tip = OPERATIONS[k];
-    constexpr std::array<const char*, 4> FILES{"Open spectra (Ctrl+O)",
-                                               "Save the current row (Ctrl+S)", "Print",
-                                               "Property sheet"};
+    constexpr std::array<const char*, 4> FILES{
+        "Opens spectra in place of the rows that are there (Ctrl+O)",
+        "Saves the current row in a file (Ctrl+S)", "Prints the plots",
+        "Shows how the current spectrum was measured"};
     for (std::size_t k = 0; k < FILES.size(); ++k) v.cmdFiles[k].Tip = FILES[k];
-    v.cmdEnergy[0].Tip = "Energy calibration";
-    v.cmdEnergy[1].Tip = "Elements";
-    v.cmdDisplay[0].Tip = "Magnify a part in the lower window (Ctrl+E)";
-    v.cmdAutoFit.Tip = "Smooth, remove the background and fit a single spectrum (F7)";
+    v.cmdEnergy[0].Tip = "Finds the energy calibration from known lines";
+    v.cmdEnergy[1].Tip = "Marks the lines of an element on the current spectrum";
+    v.cmdDisplay[0].Tip = "Magnifies a part of the upper window in the lower one (Ctrl+E)";
+    v.cmdAutoFit.Tip =
+        "Smooths a single spectrum, takes its background away and fits all its peaks (F7)";
+    v.cmdManualFitting.Tip = "Fits single peaks by hand";
+    v.cmdFitCancel.Tip = "Stops a fit";
+    v.cmdShowReport.Tip = "Matches the peaks of the current row to a crystal and refines its cell";
+    v.cmdMnSelGrp.Tip = "Lists the ten rows: which are shown, in which colour, of what sample (Ctrl+G)";
+    v.Command1.Tip = "Shows the calibration and how the current spectrum was measured";
+    v.cmdSidePanel.Tip = "Hides the side panel, or shows it again (F9)";
     v.cboUnitX.Tip = "Unit of the lower axis";
-    v.optEGC[0].Tip = "Calibrate with the default polynomial; a double click shows it";
-    v.optEGC[1].Tip = "Calibrate with each file's own polynomial; a double click shows it";
+    v.optEGC[0].Tip = "Calibrates with the default polynomial; a double click shows it";
+    v.optEGC[1].Tip = "Calibrates with each file's own polynomial; a double click shows it";
     v.txt2Theta.Tip = "Angle of the calibration in force; Enter stores it";
-    v.spnCursor[0].Tip = "Cursor one channel down (Left)";
-    v.spnCursor[1].Tip = "Cursor one channel up (Right)";
+    v.spnCursor[0].Tip = "Moves the cursor one channel down (Left)";
+    v.spnCursor[1].Tip = "Moves the cursor one channel up (Right)";
     v.inumCursorCh.Tip = "Channel of the cursor; a number and Enter move it";
     v.chkCsrType.Tip = "The cursor is a line of the full height, or a short mark above the count";
     v.chkArea.Tip = "Two marks for an area; drag them, or drag across the plot";
     v.chkPeakParameter.Tip = "Marks above the fitted peaks of both windows";
-    v.ckbVtAuto.Tip = "The vertical scale follows the counts";
-    v.ckbLogScale.Tip = "Logarithmic axis of seven decades (\".\" of the number pad)";
-    v.ckbNorScale.Tip = "The vertical scale stays as it is";
+    v.ckbVtAuto.Tip = "The vertical scale follows the counts (Ctrl+2)";
+    v.ckbLogScale.Tip = "Logarithmic axis of seven decades (Ctrl+1, or \".\" of the number pad)";
+    v.ckbNorScale.Tip = "The vertical scale stays as it is (Ctrl+3)";
     v.itxtScaleY.Tip = "Full scale of the active window: a number, with k or m, or log, or auto";
     v.hsbWidthY.Tip = "Full scale of the active window (Up: taller, Down: shorter)";
     v.ckbExpand.Tip = "The lower window magnifies a part of the upper one (Ctrl+E)";
@@ -160,9 +180,8 @@ void Tips(VaelAnaView& v) {
     v.imnSpanCh.Tip = "Channels shown; a number and Enter change it";
     v.inumScaleX.Tip = "The shown span in the unit of the axis";
     v.hsbStartX.Tip = "First channel shown (Page Up, Page Down, Home, End; Shift and wheel)";
-    v.cmdMnSelGrp.Tip = "List of the graph rows (Ctrl+G)";
     for (CheckBox& show : v.chkFilePile) show.Tip = "Whether this window has a place";
-    for (NumberBox& count : v.inumCursorCnt) count.Tip = "Count below the cursor";
+    for (NumberBox& count : v.inumCursorCnt) count.Tip = "Count of the selected row below the cursor";
 }
 
 void Keys(VaelAnaView& v) {
@@ -180,6 +199,7 @@ void Keys(VaelAnaView& v) {
     v.mnuLogarithmic.Shortcut = "Ctrl+1";
     v.mnuAutomatic.Shortcut = "Ctrl+2";
     v.mnuNorScale.Shortcut = "Ctrl+3";
+    v.mnuSidePanel.Shortcut = "F9";
     v.cmdOperation[0].Shortcut = "F5";
     v.cmdOperation[2].Shortcut = "F6";
     v.cmdOperation[4].Shortcut = "Ctrl+Delete";
@@ -192,10 +212,10 @@ void Keys(VaelAnaView& v) {
 void CheckableItems(VaelAnaView& v) {
     for (Menu* item : {&v.mnuNaxFit, &v.mnuExpressFit, &v.mnuDot, &v.mnuLine, &v.mnuPaint,
                        &v.mnuLogarithmic, &v.mnuAutomatic, &v.mnuNorScale, &v.mnuWinType[0],
-                       &v.mnuWinType[1], &v.mnuExpandOn, &v.mnuExpandOff})
+                       &v.mnuWinType[1], &v.mnuExpandOn, &v.mnuExpandOff, &v.mnuSidePanel})
         item->Checkable = true;
     for (Menu* item : {&v.mnuNaxFit, &v.mnuLine, &v.mnuAutomatic, &v.mnuWinType[0],
-                       &v.mnuExpandOff})
+                       &v.mnuExpandOff, &v.mnuSidePanel})
         item->Checked = true;
     for (Menu* item : {&v.mnuExit, &v.mnuNaxFit, &v.mnuDot, &v.mnuColor, &v.mnuPeakJumpB,
                        &v.mnuRoiStart, &v.mnuPeakReport, &v.mnuSetCons, &v.mnuLogarithmic,
@@ -273,6 +293,7 @@ void WireMenus(VaelAnaView& v) {
     v.mnuWinType[1].Click = [] { mnuWinType_Click(1); };
     v.mnuExpandOn.Click = [] { mnuExpand_Click(1); };
     v.mnuExpandOff.Click = [] { mnuExpand_Click(0); };
+    v.mnuSidePanel.Click = ToggleSidePanel;
     v.mnuEditCrystalFile.Click = [] { EditProgramFile("crystal.dat"); };
     v.mnuHelp.Click = [] { EditProgramFile("History.txt"); };
 }
@@ -282,6 +303,7 @@ void WirePanel(VaelAnaView& v) {
     v.cmdFiles[1].Click = FileSave;
     v.cmdMnSelGrp.Click = cmdMnSelGrp_Click;
     v.cmdAutoFit.Click = vael::cmdAutoFit;
+    v.cmdSidePanel.Click = ToggleSidePanel;
     v.cmdDisplay[0].Click = [] {
         if (frmVaelAna.ckbExpand.Usable())
             Set(frmVaelAna.ckbExpand, 1 - frmVaelAna.ckbExpand.Value);

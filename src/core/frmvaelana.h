@@ -115,6 +115,7 @@ struct VaelAnaView : View {
     Menu mnuExpandOff{*this, "mnuExpandOff", "Expand Off", "mnuView"};
     Menu mnuExpandSetting{*this, "mnuExpandSetting", "Expand Setting...", "mnuView"};
     Menu mnuLogText{*this, "mnuLogText", "LogText", "mnuView"};
+    Menu mnuSidePanel{*this, "mnuSidePanel", "Side Panel", "mnuView"};
 
     Menu mnuCalibration{*this, "mnuCalibration", "&Calibration"};
     Menu mnuCons{*this, "mnuCons", "&Caliblate...", "mnuCalibration"};
@@ -151,6 +152,7 @@ struct VaelAnaView : View {
     ControlArray<Frame, 2> fraGraph{*this, "fraGraph"};
     ControlArray<ListBox, 2> cboGrphSel{*this, "cboGrphSel"};
     ControlArray<CheckBox, 20> chkGrp{*this, "chkGrp"};  // window * 10 + row
+    ControlArray<Label, 2> lblCursorCnt{*this, "lblCursorCnt", {"count", "count"}};
     ControlArray<NumberBox, 2> inumCursorCnt{*this, "inumCursorCnt", std::string("0")};
     ControlArray<CheckBox, 2> chkFilePile{*this, "chkFilePile", {"Show", "Show"}};
     ControlArray<Picture, 2> picGraph{*this, "picGraph"};
@@ -168,6 +170,10 @@ struct VaelAnaView : View {
     NumberBox imnSpanCh{*this, "imnSpanCh", "####0"};
     Button cmdWider{*this, "cmdWider", "＋"};
     Button cmdNarrower{*this, "cmdNarrower", "－"};
+
+    // --- side panel, and the handle beside it that hides it
+    Frame panelSide{*this, "panelSide"};
+    Button cmdSidePanel{*this, "cmdSidePanel", "›"};
 
     // --- side panel: cursor
     NumberBox inumCursorCh{*this, "inumCursorCh", "####0"};

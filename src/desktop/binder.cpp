@@ -22,12 +22,11 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSignalBlocker>
-#include <QSplitter>
 #include <QTabBar>
 #include <QTimer>
 #include <QToolButton>
 
-#include <cmath>
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <tuple>
@@ -106,8 +105,11 @@ void BringShortcut(const Button& record, QAbstractButton& widget) {
 void Bring(const Button& record, QAbstractButton& widget) {
     widget.setText(Words(record.Caption));
     BringShortcut(record, widget);
-    // A button of one icon has no words of its own for a reader that cannot see it.
-    if (record.Caption.empty()) widget.setAccessibleName(Words(record.Tip));
+    // A button of an icon or a sign has no words of its own for a reader that cannot see it.
+    const QString words = widget.text();
+    const bool says = std::any_of(words.begin(), words.end(),
+                                  [](QChar letter) { return letter.isLetterOrNumber(); });
+    if (!says) widget.setAccessibleName(Words(record.Tip));
 }
 
 void Wire(CheckBox& record, QCheckBox& widget, const Again& again) {
@@ -253,8 +255,7 @@ void Bring(const Frame& record, QFrame& widget) {
 }
 
 /// The drag bar between two windows is the handle of a splitter: the part above it is the share.
-void Wire(Frame& record, QSplitter& widget, const Again&) {
-    widget.setChildrenCollapsible(false);
+void Wire(Frame& record, ShareSplitter& widget, const Again&) {
     QObject::connect(&widget, &QSplitter::splitterMoved, &widget, [&record, &widget] {
         const QList<int> sizes = widget.sizes();
         const int all = sizes.value(0) + sizes.value(1);
@@ -262,15 +263,7 @@ void Wire(Frame& record, QSplitter& widget, const Again&) {
     });
 }
 
-void Bring(const Frame& record, QSplitter& widget) {
-    const QList<int> sizes = widget.sizes();
-    const int all = sizes.value(0) + sizes.value(1);
-    // While it is dragged the bar is where the record says, to the pixel.
-    if (all > 0 && std::fabs(record.Share * all - sizes[0]) < 1.0) return;
-    constexpr double parts = 10000.0;  // a splitter takes proportions as sizes
-    const int above = static_cast<int>(std::lround(record.Share * parts));
-    widget.setSizes({above, static_cast<int>(parts) - above});
-}
+void Bring(const Frame& record, ShareSplitter& widget) { widget.SetShare(record.Share); }
 
 void Wire(Grid& record, GridWidget& widget, const Again& again) { widget.Bind(record, again); }
 
@@ -318,13 +311,28 @@ void Bring(const Menu& record, QAction& widget) {
 
 // --- what is common to all -----------
 
+/// A tip in lines that are read at a glance.
+QString Wrapped(const QString& tip) {
+    constexpr qsizetype most = 56;  // letters a line
+    QString out;
+    qsizetype room = most;
+    for (const QString& word : tip.split(QLatin1Char(' '))) {
+        const bool first = out.isEmpty();
+        const bool fits = word.size() + 1 <= room;
+        if (!first) out += fits ? QLatin1Char(' ') : QLatin1Char('\n');
+        room = (first || fits ? room : most) - word.size() - 1;
+        out += word;
+    }
+    return out;
+}
+
 template <class Widget>
 void BringCommon(const Control& record, Widget& widget) {
     if constexpr (!std::is_same_v<Widget, QTimer>) {
         // A withheld box still shows its value; nothing can be typed into it.
         const bool shows = std::is_same_v<Widget, QLineEdit>;
         widget.setEnabled(record.Enabled && (shows || !record.Withheld));
-        widget.setToolTip(Words(record.Tip));
+        widget.setToolTip(Wrapped(Words(record.Tip)));
         widget.setVisible(record.Visible);
     }
 }
@@ -419,8 +427,8 @@ private:
                     Pair<QComboBox>(static_cast<ListBox&>(c));
                 break;
             case ControlKind::Frame:
-                if (form_.findChild<QSplitter*>(Words(c.Name)) != nullptr)
-                    Pair<QSplitter>(static_cast<Frame&>(c));
+                if (form_.findChild<ShareSplitter*>(Words(c.Name)) != nullptr)
+                    Pair<ShareSplitter>(static_cast<Frame&>(c));
                 else
                     Pair<QFrame>(static_cast<Frame&>(c));
                 break;

@@ -15,9 +15,26 @@
 #include <QTimer>
 #include <QWindow>
 
+#include <cmath>
 #include <utility>
 
 namespace vael {
+
+/// One size larger than the rest. A font whose digits differ in width would make a running number
+/// dance, so the fixed one takes its place.
+QFont DigitFont() {
+    QFont font = QApplication::font();
+    font.setPointSizeF(font.pointSizeF() + 1.0);
+    const QFontMetricsF metrics(font);
+    for (char digit = '1'; digit <= '9'; ++digit) {
+        const auto width = [&](char c) { return metrics.horizontalAdvance(QLatin1Char(c)); };
+        if (std::abs(width(digit) - width('0')) < 0.01) continue;
+        QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+        fixed.setPointSizeF(font.pointSizeF());
+        return fixed;
+    }
+    return font;
+}
 
 Form::Form(View& view, const SetUp& setUp, Extras extras)
     : view_(view), extras_(std::move(extras)) {
@@ -50,9 +67,7 @@ void Form::Decorate() {
     }
     for (QLineEdit* box : findChildren<QLineEdit*>()) {
         if (!box->property("digits").toBool()) continue;
-        QFont larger = QApplication::font();
-        larger.setPointSizeF(larger.pointSizeF() + 1.0);
-        box->setFont(larger);
+        box->setFont(DigitFont());
     }
     for (QLabel* label : findChildren<QLabel*>()) {
         if (!label->property("fine").toBool()) continue;

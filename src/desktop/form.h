@@ -3,6 +3,7 @@
 
 #include "desktop/binder.h"
 
+#include <QFont>
 #include <QMainWindow>
 
 #include <functional>
@@ -55,6 +56,9 @@ private:
     bool onTop_ = false;
     QByteArray place_;  // where the window stood when it was hidden, for this run
 };
+
+/// The font of boxes that show running numbers: one size larger, all digits of one width.
+[[nodiscard]] QFont DigitFont();
 
 /// The form a widget belongs to, also from inside an open menu or list; nullptr for a widget of
 /// a message box or of no form.

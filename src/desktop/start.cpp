@@ -3,6 +3,7 @@
 
 #include "core/params.h"
 #include "desktop/icons.h"
+#include "desktop/look.h"
 #include "desktop/qtdesk.h"
 
 #include <QApplication>
@@ -10,7 +11,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <QStyleFactory>
 
 namespace vael {
 namespace {
@@ -27,7 +27,7 @@ QString InstalledData() {
 }  // namespace
 
 void SetLook(QApplication& application) {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new Look);  // the application takes it
     QApplication::setApplicationName(QStringLiteral("vael"));
     QApplication::setQuitOnLastWindowClosed(false);  // the main view leaves through its own command
     QApplication::setWindowIcon(ProgramIcon());

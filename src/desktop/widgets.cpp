@@ -1,4 +1,5 @@
-// The few widgets of our own: picture, row chip, edge of a graph window, titled group, hairline.
+// The few widgets of our own: picture, row chip, edge of a graph window, titled group, splitter,
+// memo card, hairline.
 #include "desktop/widgets.h"
 
 #include "desktop/icons.h"
@@ -118,7 +119,7 @@ void RowChip::SetRow(const QColor& colour, bool loaded) {
     update();
 }
 
-QSize RowChip::sizeHint() const { return {24, 20}; }
+QSize RowChip::sizeHint() const { return {28, 20}; }
 
 void RowChip::paintEvent(QPaintEvent*) {
     QPainter painter(this);
@@ -171,6 +172,52 @@ void EdgeFrame::paintEvent(QPaintEvent*) {
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(
         QRectF(rect()).adjusted(width / 2.0, width / 2.0, -width / 2.0, -width / 2.0), 4.0, 4.0);
+}
+
+// --- splitter and card -----------
+
+ShareSplitter::ShareSplitter(QWidget* parent) : QSplitter(parent) {
+    setChildrenCollapsible(false);
+    // The hand has moved the bar: where it is now is the share to keep.
+    connect(this, &QSplitter::splitterMoved, this, [this] {
+        const QList<int> now = sizes();
+        const int all = now.value(0) + now.value(1);
+        if (all > 0) share_ = static_cast<double>(now[0]) / all;
+    });
+}
+
+void ShareSplitter::SetShare(double share) {
+    share_ = share;
+    Apply();
+}
+
+void ShareSplitter::Apply() {
+    if (count() < 2 || widget(0)->isHidden() || widget(1)->isHidden()) return;
+    const int all = height() - handleWidth();
+    if (all <= 0) return;
+    const int above = static_cast<int>(std::lround(share_ * all));
+    if (sizes().value(0) != above) setSizes({above, all - above});
+}
+
+void ShareSplitter::resizeEvent(QResizeEvent* event) {
+    QSplitter::resizeEvent(event);
+    Apply();
+}
+
+bool ShareSplitter::event(QEvent* event) {
+    const bool done = QSplitter::event(event);
+    if (event->type() == QEvent::LayoutRequest) Apply();  // a window went or came back
+    return done;
+}
+
+void MemoCard::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QColor ground = palette().color(QPalette::Base);
+    const QColor ink = palette().color(QPalette::WindowText);
+    painter.setPen(QPen(Mixed(ink, ground, 0.6), 1.0));
+    painter.setBrush(ground);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 4.0, 4.0);
 }
 
 void ThinLine::paintEvent(QPaintEvent*) {

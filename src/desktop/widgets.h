@@ -1,4 +1,5 @@
-// The few widgets of our own: picture, row chip, edge of a graph window, titled group, hairline.
+// The few widgets of our own: picture, row chip, edge of a graph window, titled group, splitter,
+// memo card, hairline.
 #pragma once
 
 #include "desktop/qtcanvas.h"
@@ -6,6 +7,7 @@
 
 #include <QCheckBox>
 #include <QFrame>
+#include <QSplitter>
 
 #include <functional>
 
@@ -79,11 +81,39 @@ private:
     bool raised_ = false;
 };
 
+/// Two windows one above the other that keep their share of the height: when the whole changes its
+/// size, and when one of them was away and comes back.
+class ShareSplitter : public QSplitter {
+    Q_OBJECT
+public:
+    explicit ShareSplitter(QWidget* parent = nullptr);
+    /// The part of the height that the upper window has, 0 to 1.
+    void SetShare(double share);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    void Apply();
+    double share_ = 0.5;
+};
+
+/// A card that floats on a plot.
+class MemoCard : public QFrame {
+    Q_OBJECT
+public:
+    explicit MemoCard(QWidget* parent = nullptr) : QFrame(parent) {}
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
 /// An upright hairline between groups of buttons.
 class ThinLine : public QFrame {
     Q_OBJECT
 public:
-    explicit ThinLine(QWidget* parent = nullptr) : QFrame(parent) { setFixedWidth(9); }
+    explicit ThinLine(QWidget* parent = nullptr) : QFrame(parent) { setFixedWidth(16); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

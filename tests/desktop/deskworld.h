@@ -18,8 +18,8 @@
 #include "support/spectra.h"
 #include "toolkit/hand.h"
 
-#include <QApplication>
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
@@ -83,6 +83,11 @@ public:
         const Answer answer = Answers.front();
         Answers.pop_front();
         return answer;
+    }
+    std::function<void()> OnBreathe;  // while a command lets the views breathe
+    void Breathe() override {
+        QtDesk::Breathe();
+        if (OnBreathe) OnBreathe();
     }
     bool OpenText(const std::string& path) override {
         OpenedTexts.push_back(path);

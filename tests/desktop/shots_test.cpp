@@ -1,60 +1,17 @@
 // Screenshots of the window for a person to look at: light, dark, at single and double density.
-#include "deskworld.h"
+#include "shots.h"
 
 #include "core/frmdialogload.h"
 
 #include <QDir>
-#include <QPalette>
-#include <QStyle>
 
 namespace vael {
 namespace {
 
 using test::DeskWorld;
+using test::Shoot;
 
-QPalette Dark() {
-    QPalette dark;
-    dark.setColor(QPalette::Window, QColor(45, 48, 52));
-    dark.setColor(QPalette::WindowText, QColor(225, 227, 230));
-    dark.setColor(QPalette::Base, QColor(32, 34, 37));
-    dark.setColor(QPalette::AlternateBase, QColor(40, 43, 46));
-    dark.setColor(QPalette::Text, QColor(225, 227, 230));
-    dark.setColor(QPalette::Button, QColor(56, 60, 65));
-    dark.setColor(QPalette::ButtonText, QColor(225, 227, 230));
-    dark.setColor(QPalette::Highlight, QColor(61, 132, 201));
-    dark.setColor(QPalette::HighlightedText, QColor(255, 255, 255));
-    dark.setColor(QPalette::ToolTipBase, QColor(56, 60, 65));
-    dark.setColor(QPalette::ToolTipText, QColor(225, 227, 230));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        dark.setColor(QPalette::Disabled, role, QColor(122, 126, 132));
-    return dark;
-}
-
-void Shoot(QWidget& widget, const std::string& name) {
-    const std::filesystem::path folder = std::filesystem::path(VAEL_BUILD_DIR) / "shots";
-    std::filesystem::create_directories(folder);
-    const int scale = static_cast<int>(widget.devicePixelRatioF());
-    const std::string file = name + (scale > 1 ? "@" + std::to_string(scale) + "x" : "") + ".png";
-    const QPixmap picture = widget.grab();
-    ASSERT_TRUE(picture.save(QString::fromStdString((folder / file).string())));
-    // With VAEL_APPROVE set, what was looked at and found good becomes the picture of the manual.
-    static const std::set<std::string> shown{"opened",   "fitted",  "fitted_dark",
-                                             "log",      "setting", "setting_express",
-                                             "disppara", "input",   "expandsetting"};
-    if (scale > 1 || !shown.contains(name) || !qEnvironmentVariableIsSet("VAEL_APPROVE")) return;
-    const std::filesystem::path manual = std::filesystem::path(VAEL_SOURCE_DIR) / "docs/images";
-    std::filesystem::create_directories(manual);
-    ASSERT_TRUE(picture.save(QString::fromStdString((manual / file).string())));
-}
-
-class Shots : public ::testing::Test {
-protected:
-    void OpenSpectrum(DeskWorld& world) {
-        const std::string measured = test::MeasuredFile("AuWire.npd");
-        world.Open({measured.empty() ? world.Write("made.npd", test::FIVE_LINES) : measured});
-    }
-    ~Shots() override { QApplication::setPalette(QApplication::style()->standardPalette()); }
-};
+class Shots : public test::ShotTest {};
 
 TEST_F(Shots, TheEmptyWindow) {
     DeskWorld world;
@@ -75,7 +32,7 @@ TEST_F(Shots, ASpectrumFitted) {
 }
 
 TEST_F(Shots, TheSameInTheDark) {
-    QApplication::setPalette(Dark());
+    Dark();
     DeskWorld world;
     OpenSpectrum(world);
     world.ClickOn(frmVaelAna.cmdAutoFit);
@@ -84,7 +41,7 @@ TEST_F(Shots, TheSameInTheDark) {
 
 TEST_F(Shots, TheListOfRows) {
     for (const bool dark : {false, true}) {
-        if (dark) QApplication::setPalette(Dark());
+        if (dark) Dark();
         DeskWorld world;
         OpenSpectrum(world);
         world.ClickOn(frmVaelAna.cmdAutoFit);
@@ -98,7 +55,7 @@ TEST_F(Shots, TheListOfRows) {
 
 TEST_F(Shots, TheFileDialog) {
     for (const bool dark : {false, true}) {
-        if (dark) QApplication::setPalette(Dark());
+        if (dark) Dark();
         DeskWorld world;
         for (const char* name : {"AuWire.npd", "NaCl 2 GPa.npd", "試料.npd"})
             world.Write(name, test::FIVE_LINES);
@@ -187,7 +144,7 @@ TEST_F(Shots, TheSmallViews) {
 }
 
 TEST_F(Shots, TheSmallViewsInTheDark) {
-    QApplication::setPalette(Dark());
+    Dark();
     DeskWorld world;
     ShootSmallViews(world, "_dark");
 }
