@@ -259,9 +259,38 @@ TEST(Window, NothingIsCutAtItsSmallestSize) {
         if (widget == nullptr || !widget->isVisible()) continue;
         const QRect place = PlaceOf(world, control->Name);
         EXPECT_TRUE(world.Main().rect().contains(place)) << control->Name;
-        if (qobject_cast<const QAbstractButton*>(widget) != nullptr)
-            EXPECT_GE(place.width(), widget->minimumSizeHint().width()) << control->Name;
+        const auto* button = qobject_cast<const QAbstractButton*>(widget);
+        if (button == nullptr) continue;
+        const int words = button->fontMetrics().horizontalAdvance(button->text());
+        const bool slim = qobject_cast<const QToolButton*>(widget) != nullptr;
+        EXPECT_GE(place.width(), slim ? words + 4 : widget->minimumSizeHint().width())
+            << control->Name;
     }
+}
+
+TEST(Window, NothingMovesWhenTheStatusLineHasALotToSay) {
+    DeskWorld world;
+    world.Open({world.Write("first.npd", FIVE_LINES)});
+    const QSize size = world.Main().size();
+    const QSize least = world.Main().minimumSizeHint();
+    const QRect plot = PlaceOf(world, "picGraph_1");
+    for (const bool fault : {false, true}) {
+        TellStatus("Not read: " + std::string(600, 'x'), fault);
+        world.Desk.Show();
+        DeskWorld::Settle();
+        EXPECT_EQ(world.Main().size(), size);
+        EXPECT_EQ(world.Main().minimumSizeHint(), least);
+        EXPECT_EQ(PlaceOf(world, "picGraph_1"), plot) << (fault ? "with its mark" : "");
+    }
+}
+
+TEST(Window, APolynomialOfTwoLinesMovesNothingBelowIt) {
+    DeskWorld world;
+    const QRect below = PlaceOf(world, "grpFit");
+    frmVaelAna.lblEGC.Caption = "-0.123456Ch^2+-123456.031639Ch+-12345.000000";
+    world.Desk.Show();
+    DeskWorld::Settle();
+    EXPECT_EQ(PlaceOf(world, "grpFit"), below);
 }
 
 TEST(Window, TheEdgeOfTheActiveOneIsTheAccent) {
