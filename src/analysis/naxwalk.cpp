@@ -174,25 +174,26 @@ private:
     }
 
     /// The region reaches beyond the outer candidates, and half way to a neighbour that is nearer.
+    /// Settings without sense can put a candidate beyond all whole numbers: an overflow.
     void FitFirstGroup() {
         const std::size_t size = GroupSize();
         const std::span<const NaxCandidate> group{pending_.data(), size};
         NaxRegion region;
-        region.From = static_cast<int>(std::ceil(group.front().Position)) - Reach();
-        region.To = static_cast<int>(std::floor(group.back().Position)) + Reach();
+        region.From = Int32(Whole32(std::ceil(group.front().Position))) - Int32(Reach());
+        region.To = Int32(Whole32(std::floor(group.back().Position))) + Int32(Reach());
         region.LeftNeighbour = leftNeighbour_;
         region.RightNeighbour = size < pending_.size() ? pending_[size].Position
                                 : notKept_ > 0.0       ? notKept_
                                 : open_.Open           ? open_.Centre
                                                        : 0.0;
+        const auto middle = [](double one, double other) { return (one + other) / 2.0; };
         if (region.LeftNeighbour > 0.0)
-            region.From = std::max(
-                region.From,
-                static_cast<int>(std::ceil((leftNeighbour_ + group.front().Position) / 2.0)));
+            region.From = std::max<int>(
+                region.From, Whole32(std::ceil(middle(leftNeighbour_, group.front().Position))));
         if (region.RightNeighbour > 0.0)
-            region.To = std::min(
-                region.To, static_cast<int>(
-                               std::floor((region.RightNeighbour + group.back().Position) / 2.0)));
+            region.To = std::min<int>(
+                region.To,
+                Whole32(std::floor(middle(region.RightNeighbour, group.back().Position))));
         region.To = std::min(region.To, searched_);
         const std::size_t count = static_cast<std::size_t>(count_);
         NaxGroupFit(group, region, {{state_.X.data(), count}, {state_.Y.data(), count}}, tables_,

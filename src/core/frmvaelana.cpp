@@ -49,6 +49,8 @@ ParamRecord& TypedParam() {
 void txt2Theta_Take() {
     ParamRecord& param = TypedParam();
     const std::string typed = frmVaelAna.txt2Theta.Text;
+    // What the box shows has fewer digits than the record: leaving it untouched changes nothing.
+    if (typed == FormatNumber(param.TwoTheta, "0.00000")) return;
     const auto angle = ParseNumber(typed);
     frmVaelAna.txt2Theta.Text = FormatNumber(angle.value_or(param.TwoTheta), "0.00000");
     if (!angle) {

@@ -133,7 +133,7 @@ void PlotMouseDown(int win, MouseButton button, double x, double) {
         TakeEdge(win, edge);
     } else if (v.chkArea.Value != 0 && !AreaIsSet()) {
         TakeEdge(win, 1);
-    } else if (Expanded() && win == 0 && !OnCursor(win, x)) {
+    } else if (Expanded() && win == 0) {
         Drag().Held = Held::Band;
         Drag().From = channel;
     }

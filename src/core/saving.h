@@ -1,4 +1,4 @@
-// Saving the current graph: the proposal of a name, the dialog, the writer that the extension names.
+// Saving the current graph: the proposal of a name, the dialog, the writer that the extension tells.
 #pragma once
 
 #include "core/talk.h"

@@ -306,7 +306,11 @@ void QtDesk::StayOnTop(View& view, bool on) {
 void QtDesk::Show() {
     if (showing_) return;
     showing_ = true;
+    QWidget* active = QApplication::activeWindow();
     for (const auto& form : forms_) form->Bring();
+    // Keys go on in the main window when the one that had them is gone.
+    if (active != nullptr && !active->isVisible() && FormOf(active) == active)
+        forms_.front()->activateWindow();
     showing_ = false;
 }
 

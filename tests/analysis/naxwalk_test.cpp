@@ -68,6 +68,22 @@ TEST(NaxWalk, AFlatSpectrumHasNoPeaks) {
     }
 }
 
+TEST(NaxWalk, SettingsWithoutSenseEndInAResultOrInAFaultAndInNothingElse) {
+    const SpectrumData data = Drawn(Comb(600, 400, 6));
+    int ended = 0;
+    for (const double coefficient : {-1e9, -5.0, 0.0, 1e-9, 0.5, 1e9, 1e300})
+        for (const double width : {-1e9, -12.5, 0.0, 1e-3, 1.0, 300.0, 40000.0, 1e300}) {
+            try {
+                const Walked run(data, {.EACPS = coefficient, .ISPPK = width});
+                for (const NaxPeakRow& peak : run.Result.Peaks)
+                    EXPECT_TRUE(std::isfinite(peak.Position)) << coefficient << " " << width;
+            } catch (const Fault&) {
+            }
+            ++ended;
+        }
+    EXPECT_EQ(ended, 7 * 8);
+}
+
 TEST(NaxWalk, AnEmptyAndAShortSpectrumHaveNoPeaks) {
     EXPECT_EQ(Walked(Drawn({}, 0.0, 0)).Result.Result, -1);
     EXPECT_EQ(Walked(Drawn({{5.0, 1000.0, 4.0}}, 0.0, 12)).Result.Result, -1);

@@ -214,6 +214,16 @@ TEST(ExpandSettingOnScreen, EveryControlIsPressedAndSetShowsTheRange) {
     EXPECT_TRUE(world.Faults.empty());
 }
 
+TEST(Window, KeysGoOnInTheMainWindowWhenAnotherIsHidden) {
+    DeskWorld world;
+    world.ClickOn(frmVaelAna.mnuLogText);
+    world.Desk.FormOfView(frmLog)->activateWindow();
+    DeskWorld::Settle();
+    ASSERT_EQ(QApplication::activeWindow(), world.Desk.FormOfView(frmLog));
+    world.ClickOn(frmLog.cmdHide);
+    EXPECT_EQ(QApplication::activeWindow(), &world.Main());
+}
+
 TEST(InputOnScreen, BeginsInTheBoxAndGivesTheLine) {
     DeskWorld world;
     std::string given = "nothing";

@@ -5,6 +5,7 @@
 #include "deskworld.h"
 
 #include "core/frmselgraph.h"
+#include "desktop/griditems.h"
 
 namespace vael::test {
 
@@ -46,9 +47,17 @@ void PressSavingAndRows(DeskWorld& world, Press press) {
     press(frmSelGraph.chkFix);
     EXPECT_TRUE(frmSelGraph.OnTop);
     press(frmSelGraph.chkFix);
-    frmSelGraph.sprGraphSel.Row = 2;
+    const auto pressLine = [&](int row) {
+        auto& table = world.Widget<GridWidget>(frmSelGraph, "sprGraphSel");
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, {},
+                          table.MiddleOf(SelGraphView::NAME, row));
+        world.Pressed.insert("frmSelGraph.sprGraphSel");
+        DeskWorld::Settle();
+        EXPECT_EQ(GraphNo(), row - 1);
+    };
+    pressLine(2);
     press(frmSelGraph.cmdCut);
-    frmSelGraph.sprGraphSel.Row = 1;
+    pressLine(1);
     press(frmSelGraph.cmdCut);
     EXPECT_EQ(store.GraphTotal, 1);
     EXPECT_EQ(store.GraphList[0].Name, "Smooth");

@@ -253,7 +253,7 @@ TEST(Typing, KeepsItsOwnKeysAndGivesTheOthersBackAfterwards) {
 
 TEST(RunningFit, SwallowsEveryActCountsItsGroupsAndKeepsTheStore) {
     Day w;
-    w.Open({w.One, w.Two});
+    w.Open({w.Two, w.One});
     V().mnuLogText.Click();
     w.Desk.Show();
     DeskWorld::Settle();

@@ -1,5 +1,5 @@
 // Twenty thousand random acts of the user's hand; what must hold is asked after each of them.
-// VAEL_SEED repeats a run, VAEL_ACTS sets their number.
+// VAEL_SEED repeats a run, VAEL_ACTS sets their number, VAEL_TELL lists the run-time errors.
 #include "support/monkey.h"
 #include "support/plotted.h"
 
@@ -126,7 +126,7 @@ std::vector<std::string> Files(const TempFolder& folder) {
 TEST(Monkey, TwentyThousandRandomActsBreakNothing) {
     const std::uint64_t seed = SeedOfRun();
     SCOPED_TRACE("VAEL_SEED=" + std::to_string(seed));
-    std::cout << "VAEL_SEED=" << seed << "\n";
+    std::cout << "VAEL_SEED=" << seed << std::endl;  // also when a sanitizer ends the program
     TempFolder folder;
     Monkey monkey(seed);
     MonkeyDesk desk(monkey, Files(folder), folder.Path());
@@ -160,6 +160,8 @@ TEST(Monkey, TwentyThousandRandomActsBreakNothing) {
         EXPECT_EQ(mostRows, GRAPH_COUNT);
         EXPECT_GT(mostPeaks, 3);
     }
+    if (std::getenv("VAEL_TELL") != nullptr)
+        for (const std::string& fault : desk.Faults) std::cout << fault << "\n";
     for (const std::string& fault : desk.Faults) {
         // What ends a command must be one of its own run-time errors.
         const bool known = fault.find("Overflow") != std::string::npos ||

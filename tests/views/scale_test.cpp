@@ -466,6 +466,13 @@ TEST(Panel, ATypedAngleGoesToTheCalibrationInForce) {
     EXPECT_EQ(store.PropertyRecords[0].Param.TwoTheta, 12.5);
     EXPECT_EQ(V().txt2Theta.Text, "12.50000");
     EXPECT_GT(V().picSubScale.Painted, axis);
+    Type(V().txt2Theta, "12.1234567");
+    PressEnter(V().txt2Theta);
+    EXPECT_EQ(V().txt2Theta.Text, "12.12346");
+    Leave(V().txt2Theta);
+    EXPECT_EQ(store.PropertyRecords[0].Param.TwoTheta, 12.1234567) << "not what the box rounds";
+    Type(V().txt2Theta, "12.5");
+    PressEnter(V().txt2Theta);
     Type(V().txt2Theta, "steep");
     Click(V().optEGC[0]);
     EXPECT_EQ(V().txt2Theta.Text, "12.50000") << "other text comes back as it was";
