@@ -139,8 +139,10 @@ void Tips(VaelAnaView& v) {
         "Moves the cursor to the next peak of the current row (Alt+Right)",
         "Matches the peaks of the current row to a crystal and refines its cell",
         "Lists the peaks of the current row",
-        "Moves the cursor one channel down (Left; with Shift 20 channels, with Ctrl it marks an area)",
-        "Moves the cursor one channel up (Right; with Shift 20 channels, with Ctrl it marks an area)"};
+        "Moves the cursor one channel down (Left; with Shift 20 channels, with Ctrl it marks an "
+        "area)",
+        "Moves the cursor one channel up (Right; with Shift 20 channels, with Ctrl it marks an "
+        "area)"};
     for (std::size_t k = 0; k < OPERATIONS.size(); ++k) v.cmdOperation[k].Tip = OPERATIONS[k];
     constexpr std::array<const char*, 4> FILES{
         "Opens spectra in place of the rows that are there (Ctrl+O)",
@@ -155,7 +157,8 @@ void Tips(VaelAnaView& v) {
     v.cmdManualFitting.Tip = "Fits single peaks by hand";
     v.cmdFitCancel.Tip = "Stops a fit";
     v.cmdShowReport.Tip = "Matches the peaks of the current row to a crystal and refines its cell";
-    v.cmdMnSelGrp.Tip = "Lists the ten rows: which are shown, in which colour, of what sample (Ctrl+G)";
+    v.cmdMnSelGrp.Tip =
+        "Lists the ten rows: which are shown, in which colour, of what sample (Ctrl+G)";
     v.Command1.Tip = "Shows the calibration and how the current spectrum was measured";
     v.cmdSidePanel.Tip = "Hides the side panel, or shows it again (F9)";
     v.cboUnitX.Tip = "Unit of the lower axis";
@@ -181,7 +184,8 @@ void Tips(VaelAnaView& v) {
     v.inumScaleX.Tip = "The shown span in the unit of the axis";
     v.hsbStartX.Tip = "First channel shown (Page Up, Page Down, Home, End; Shift and wheel)";
     for (CheckBox& show : v.chkFilePile) show.Tip = "Whether this window has a place";
-    for (NumberBox& count : v.inumCursorCnt) count.Tip = "Count of the selected row below the cursor";
+    for (NumberBox& count : v.inumCursorCnt)
+        count.Tip = "Count of the selected row below the cursor";
 }
 
 void Keys(VaelAnaView& v) {

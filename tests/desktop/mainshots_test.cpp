@@ -104,6 +104,13 @@ TEST_F(MainShots, APeakMemo) {
     }
 }
 
+TEST_F(MainShots, WithoutTheSidePanel) {
+    DeskWorld world;
+    OpenAndFit(world);
+    world.KeyOn(Qt::Key_F9);
+    Shoot(world.Main(), "nopanel");
+}
+
 TEST_F(MainShots, AFaultInTheStatusLine) {
     for (const bool dark : {false, true}) {
         if (dark) Dark();

@@ -147,6 +147,12 @@ void PressPlots(DeskWorld& world, Press press) {
     press(v.chkFilePile[1]);
     EXPECT_FALSE(world.Widget(v, "fraGraph_1").isVisible());
 
+    // The side panel.
+    press(v.mnuSidePanel);
+    EXPECT_FALSE(world.Widget(v, "panelSide").isVisible());
+    press(v.cmdSidePanel);
+    EXPECT_TRUE(world.Widget(v, "panelSide").isVisible());
+
     // Files beside the program, and everything away.
     press(v.mnuEditCrystalFile);
     press(v.mnuHelp);
