@@ -441,7 +441,7 @@ void mnuCloseGraph_Click() {
 
 void mnuGraphKind_Click(const std::string& name) {
     const int row = name.empty() ? FirstRawRow() : RowOfName(name);
-    Change_cboGrphSel(frmVaelAna.ActiveWin, row < 0 ? GRAPH_COUNT : row);
+    Change_cboGrphSel(GetRealWinNo(), row < 0 ? GRAPH_COUNT : row);
     if (row >= 0)
         TellStatus(RowEntry(row).Name + " is the current graph.");
     else

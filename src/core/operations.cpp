@@ -100,9 +100,10 @@ int RowFor(int slot) {
     return row >= 0 ? row : 0;
 }
 
-/// Rows of inserted slots: row 0 is the last inserted one, row 1 the one before.
+/// Rows of inserted slots: row 0 is the last inserted one, row 1 the one before. They go to the real
+/// window: the magnifier owns no graphs.
 void SetDerived(int row, int slot, const char* name) {
-    SetGraph(frmVaelAna.ActiveWin, row, slot, name);
+    SetGraph(GetRealWinNo(), row, slot, name);
 }
 
 /// Button 4: the peaks whose centre lies in the area go, after a question.
@@ -117,7 +118,7 @@ void DeletePeaksInArea() {
         const int to = std::max(start, end);
         for (auto found = CountPeakInRegion(peaks, from, to); found.Count > 0;
              found = CountPeakInRegion(peaks, from, to)) {
-            DeletePeak(frmVaelAna.ActiveWin, DataNo(), found.First, peaks, Marks{});
+            DeletePeak(GetRealWinNo(), DataNo(), found.First, peaks, Marks{});
             ++gone;
         }
     }
@@ -164,12 +165,12 @@ void NaxButton(bool smoothFirst) {
     }
     const int source = DataNo();
     try {
-        NaxAreaFit(v.ActiveWin, GraphNo());
+        NaxAreaFit(GetRealWinNo(), GraphNo());
     } catch (const std::exception& trouble) {
         PutLog(trouble.what());
         // Rows may have moved under the selection: the advice to retry is about this one.
         const int row = RowOfSlot(source);
-        if (row >= 0 && row != GraphNo()) Change_cboGrphSel(v.ActiveWin, row);
+        if (row >= 0 && row != GraphNo()) Change_cboGrphSel(GetRealWinNo(), row);
         Say("Fitting was failed. Please change fit parameters(Change BG Coefficient to 5.0) and "
             "retry");
     }
@@ -195,8 +196,8 @@ void mnuSmooth() {
     SetFlag(slot, DERIVED_SMOOTH);
     const int row = slot == source ? RowFor(slot) : 0;
     SetDerived(row, slot, NAME_SMOOTH);
-    Change_cboGrphSel(frmVaelAna.ActiveWin, row);
-    AutoScale(frmVaelAna.ActiveWin);
+    Change_cboGrphSel(GetRealWinNo(), row);
+    AutoScale(GetRealWinNo());
     RedrawBoth();
     TellStatus(settings.SmoothingOn == 1 ? "Smoothed into row " + std::to_string(row + 1) + "."
                                          : "Copied into row " + std::to_string(row + 1) +
@@ -210,7 +211,7 @@ void mnuBackGround() {
     const DerivedCounts derived = BackgroundOf(counts);  // first: a fault leaves the rows alone
     const BackSlots slots = TakeBackSlots(source);
     if (!slots.Fine()) return;
-    const int win = frmVaelAna.ActiveWin;
+    const int win = GetRealWinNo();
     const bool backNew = slots.Back != source;
     const bool removedNew = slots.Removed != source;
 
@@ -251,7 +252,7 @@ void cmdAutoFit() {
     mnuBackGround();
     {
         const BusyCursor busy;
-        NaxAllFit(v.ActiveWin, GraphNo());
+        NaxAllFit(GetRealWinNo(), GraphNo());
     }
     for (std::size_t k = 1; k <= 4; ++k) v.cmdOperation[k].Enabled = false;
 }
