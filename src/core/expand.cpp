@@ -144,6 +144,7 @@ void ckbExpand_Click() {
     v.fraGraph[0].Raised = on || v.ActiveWin == 0;
     v.fraGraph[1].Raised = !on && v.ActiveWin == 1;
     HidePeakMemo();
+    ChangeActiveWin(v.ActiveWin);  // the current row may be another one now
     RedrawInStyle();
     TellStatus(on ? "The lower window magnifies the part that is dragged in the upper one."
                   : "Each window has its own graphs.");

@@ -338,6 +338,16 @@ int GetGrpNo2() {
            frmVaelAna.cboGrphSel[static_cast<std::size_t>(GetRealWinNo())].Index;
 }
 
+void ShowCurrentRow() {
+    const int row = GraphNo();
+    const GraphEntry& entry = RowEntry(row);
+    ShowCursorValues();
+    for (int each = 0; each < WINDOW_COUNT; ++each) ChgAllCaption_chkGrp(each, row);
+    frmVaelAna.itxtGraphName.Text = entry.State > 0 ? entry.Name : "";
+    if (entry.State > 0) ShowOwnCalibration(entry.DataNo);
+    ChangeCurChek(row);
+}
+
 void ChangeActiveWin(int win) {
     VaelAnaView& v = frmVaelAna;
     if (v.ckbExpand.Value == 0) {
@@ -349,6 +359,7 @@ void ChangeActiveWin(int win) {
     RefreshAreaMarks();
     ShowScale();
     ShowDrawKind();
+    ShowCurrentRow();
     const GraphEntry& entry = RowEntry(GraphNo());
     if (entry.State == 0) {
         v.mnuCloseGraph.Caption = "Close Graph";
@@ -367,19 +378,10 @@ void Change_cboGrphSel(int win, int row) {
 void cboGrphSel_Click(int win) {
     VaelAnaView& v = frmVaelAna;
     ChangeActiveWin(win);
-    const int row = GraphNo();
-    const GraphEntry& entry = RowEntry(row);
     HidePeakMemo();
-    ShowCursorValues();
     RefreshCursorMarks();
     XScaleDraw();
-    for (int each = 0; each < WINDOW_COUNT; ++each) ChgAllCaption_chkGrp(each, row);
-    v.itxtGraphName.Text = entry.State > 0 ? entry.Name : "";
-    if (entry.State > 0)
-        ShowOwnCalibration(entry.DataNo);
-    else
-        v.Caption = TITLE;  // not the name of a graph that is gone
-    ChangeCurChek(row);
+    if (RowEntry(GraphNo()).State == 0) v.Caption = TITLE;  // not the name of a graph that is gone
 }
 
 void Add_cboGraphSel() {
