@@ -37,7 +37,7 @@ void optEGC_Click(int index) {
 void optEGC_DoubleClick() {
     const ParamRecord& param = ParamInForce(DataNo());
     SetEGCParam(param.EgcCoef);
-    frmVaelAna.txt2Theta.Text = FormatNumber(param.TwoTheta, "0.00000");
+    ShowAngle(param.TwoTheta);
     TellStatus("The calibration in force is shown.");
 }
 
@@ -49,10 +49,11 @@ ParamRecord& TypedParam() {
 void txt2Theta_Take() {
     ParamRecord& param = TypedParam();
     const std::string typed = frmVaelAna.txt2Theta.Text;
-    // What the box shows has fewer digits than the record: leaving it untouched changes nothing.
-    if (typed == FormatNumber(param.TwoTheta, "0.00000")) return;
+    // What the box shows has fewer digits than the record, and may be the spectrum's own angle while
+    // the default is in force: a text that nobody changed is not taken.
+    if (typed == frmVaelAna.AngleShown) return;
     const auto angle = ParseNumber(typed);
-    frmVaelAna.txt2Theta.Text = FormatNumber(angle.value_or(param.TwoTheta), "0.00000");
+    ShowAngle(angle.value_or(param.TwoTheta));
     if (!angle) {
         TellStatus("\"" + typed + "\" is no angle.");
         return;
@@ -375,6 +376,11 @@ VaelAnaView::VaelAnaView() : View("frmVaelAna", "Vael (Data Analyze) --- ") {
 int GraphNo() { return GetGrpNo(); }
 
 int DataNo() { return store.GraphList[static_cast<std::size_t>(GraphNo())].DataNo; }
+
+void ShowAngle(double degrees) {
+    frmVaelAna.AngleShown = FormatNumber(degrees, "0.00000");
+    frmVaelAna.txt2Theta.Text = frmVaelAna.AngleShown;
+}
 
 void TellStatus(const std::string& sentence, bool fault) {
     frmVaelAna.lblStatus.Caption = sentence;

@@ -53,6 +53,7 @@ struct VaelAnaView : View {
     ScaleMode LastScale = ScaleMode::Auto;  // what "Log" goes back to
     std::array<WindowState, 2> Windows;
     Dragging Drag;
+    std::string AngleShown;  // what stood in txt2Theta before the user typed
     Spot MemoGrasp;  // where the memo's text is held
     AxisScale LowerAxis;
     bool StatusFault = false;           // the status line tells why a command ended
@@ -217,6 +218,9 @@ inline VaelAnaView frmVaelAna;
 /// Row of the current graph of the active window, and the slot of that row.
 [[nodiscard]] int GraphNo();
 [[nodiscard]] int DataNo();
+
+/// Puts an angle into `txt2Theta`, degrees.
+void ShowAngle(double degrees);
 
 /// A sentence in the status line, past tense. A fault carries a mark and stays until the next
 /// command.

@@ -38,7 +38,7 @@ std::size_t Box(int win, int row) { return static_cast<std::size_t>(win * GRAPH_
 void ShowOwnCalibration(int slot) {
     const ParamRecord& param = Item(store.PropertyRecords, slot).Param;
     SetEGCParam(param.EgcCoef);
-    frmVaelAna.txt2Theta.Text = FormatNumber(param.TwoTheta, "0.00000");
+    ShowAngle(param.TwoTheta);
 }
 
 /// Whether every count can be taken off the largest full scale in 32 bits, as the engine does.
