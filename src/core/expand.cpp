@@ -136,8 +136,7 @@ void ckbExpand_Click() {
         ShowRange(channels > 0 ? std::min(start, std::max(0, channels - width)) : start, width);
     } else {
         WindowSpan();
-        if (AnyRowIn(1))
-            for (int win = 0; win < WINDOW_COUNT; ++win) FreeShowSwitch(win);
+        for (int win = 0; win < WINDOW_COUNT; ++win) FreeShowSwitch(win);
     }
     CheckStyleItems();
     FreeStyleControls();
