@@ -37,7 +37,7 @@ void DrawRange() {
 /// Both windows' rows anew in the style that is in force.
 void RedrawInStyle() {
     RegisterAllRows();
-    for (int win = 0; win < WINDOW_COUNT; ++win) AutoScale(win);
+    AutoScaleBoth();
     ArrangeWindows();
     RefreshRows();
     RedrawBoth();

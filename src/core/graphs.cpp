@@ -190,7 +190,7 @@ void ReadGraph(int win, int row, const std::string& path, std::int16_t& ok) {
     }
     SetGraph(win, row, slot, pieces.Base());
     ShowOwnCalibration(slot);
-    AutoScale(win);
+    AutoScaleBoth();  // also the magnifier, and the pile when the other window is the active one
     Change_cboGrphSel(win, row);
     ChangeActiveWin(win);
     RedrawBoth();
@@ -278,7 +278,7 @@ void DeleteGraph(int row) {
     RefreshRows();
     AdjustSelections(selected);
     FreeStyleControls();
-    for (int win = 0; win < WINDOW_COUNT; ++win) AutoScale(win);
+    AutoScaleBoth();
     RedrawBoth();
 }
 
@@ -470,7 +470,7 @@ void chkGrp_Click(int win, int row) {
             WithdrawSlot(entry.DataNo);
         }
         FreeStyleControls();
-        for (int each = 0; each < WINDOW_COUNT; ++each) AutoScale(each);
+        AutoScaleBoth();
         RedrawBoth();
     }
     RefreshRows();

@@ -197,7 +197,7 @@ void mnuSmooth() {
     const int row = slot == source ? RowFor(slot) : 0;
     SetDerived(row, slot, NAME_SMOOTH);
     Change_cboGrphSel(GetRealWinNo(), row);
-    AutoScale(GetRealWinNo());
+    AutoScaleBoth();
     RedrawBoth();
     TellStatus(settings.SmoothingOn == 1 ? "Smoothed into row " + std::to_string(row + 1) + "."
                                          : "Copied into row " + std::to_string(row + 1) +
@@ -235,7 +235,7 @@ void mnuBackGround() {
     const int removedRow = removedNew ? 0 : RowFor(slots.Removed);
     SetDerived(removedRow, slots.Removed, NAME_REMOVED);
     Change_cboGrphSel(win, removedRow);
-    AutoScale(win);
+    AutoScaleBoth();
     RedrawBoth();
     TellStatus("Background in row " + std::to_string(backRow + 1) + ", counts above it in row " +
                std::to_string(removedRow + 1) + ".");
@@ -322,7 +322,7 @@ void NaxAreaFit(int win, int row) {
     NaxAreaFitBackGroundDataSet(from);
     Change_cboGrphSel(win, from);
     store.AreaFitDone = TRUE_WORD;
-    AutoScale(win);
+    AutoScaleBoth();
     RedrawBoth();
 }
 

@@ -60,7 +60,7 @@ void SetScaleMode(ScaleMode mode) {
     if (mode == ScaleMode::Log && ScaleModeNow() != ScaleMode::Log)
         frmVaelAna.LastScale = ScaleModeNow();
     ShowModes(mode);
-    for (int win = 0; win < WINDOW_COUNT; ++win) AutoScale(win);
+    AutoScaleBoth();
     RedrawBoth();
     TellStatus(mode == ScaleMode::Auto  ? "The vertical scale follows the counts."
                : mode == ScaleMode::Log ? "The vertical axis is logarithmic."
