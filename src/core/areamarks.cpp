@@ -62,6 +62,7 @@ void ResetRoiAll(std::int16_t& ok) {
     store.Rois = RoiList{};
     for (WindowState& window : frmVaelAna.Windows) window.Area.fill(AreaMark{});
     RefreshAreaMarks();
+    ShowCursorValues();
     ok = TRUE_WORD;
 }
 

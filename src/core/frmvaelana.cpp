@@ -27,6 +27,7 @@ namespace {
 
 void optEGC_Click(int index) {
     store.UseFileEgc = static_cast<std::int16_t>(index);
+    HidePeakMemo();
     ShowCursorValues();
     XScaleDraw();
     TellStatus(index == 1 ? "Each spectrum's own calibration is in force."
@@ -60,6 +61,7 @@ void txt2Theta_Take() {
     }
     if (*angle == param.TwoTheta) return;
     param.TwoTheta = *angle;
+    HidePeakMemo();
     ShowCursorValues();
     XScaleDraw();
     TellStatus("2 theta is " + frmVaelAna.txt2Theta.Text + " degrees.");

@@ -124,7 +124,7 @@ void DeletePeaksInArea() {
     }
     std::int16_t ok = FALSE_WORD;
     ResetRoiAll(ok);
-    ShowCursorValues();
+    HidePeakMemo();
     RedrawBoth();
     TellStatus("Deleted " + std::to_string(gone) + (gone == 1 ? " peak." : " peaks."));
 }
