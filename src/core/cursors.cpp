@@ -89,7 +89,7 @@ void spnCursor_SpinUpDown(const std::string& step) {
     if (step == "+" || step == "-")
         MoveCursor(step == "+" ? now + 1 : now - 1);
     else if (!step.empty() && (step.front() == '+' || step.front() == '-'))
-        MoveCursor(now + Number(step));
+        MoveCursor(RoundEven(now + Number(step)));
     else
         MoveCursor(RoundEven(Number(step)));
 }

@@ -110,6 +110,11 @@ void StepArea(const std::string& step) {
                    std::to_string(end + 1) + ".");
 }
 
+void EndDrag() {
+    Drag() = {};
+    frmVaelAna.timCursor.Enabled = false;
+}
+
 bool StepKey(const KeyPress& key, const char* sign) {
     if (key.Alt) return false;  // the peak jump of the menu
     const std::string step = sign + std::string(key.Shift ? "20" : "1");
@@ -143,19 +148,20 @@ void PlotMouseDown(int win, MouseButton button, double x, double) {
 }
 
 void PlotMouseMove(int win, MouseButton button, double x, double) {
+    // A release that a dialog or a running command swallowed: the drag is over all the same.
+    if (button == MouseButton::None) EndDrag();
     if (button == MouseButton::Left && Drag().Held != Held::Nothing && Drag().Window == win) {
         Drag().PointerX = x;
         DragTo(win, x);
     }
     ShowCursorValues();
-    if (button != MouseButton::Left) ShapePointer(win, x);
+    ShapePointer(win, x);
 }
 
 void PlotMouseUp(int win, MouseButton button, double x, double) {
     if (button != MouseButton::Left || Drag().Held == Held::Nothing) return;
     const Dragging done = Drag();
-    Drag() = {};
-    frmVaelAna.timCursor.Enabled = false;
+    EndDrag();
     if (done.Held == Held::Band) {
         const int channel = CsrChannel(win, x);
         const int start = std::min(done.From, channel);
