@@ -247,6 +247,7 @@ void cmdAutoFit() {
                    std::to_string(store.GraphTotal) + " rows.");
         return;
     }
+    if (NothingThere()) return;  // the one spectrum is in another row than the chosen one
     VaelAnaView& v = frmVaelAna;
     mnuSmooth();
     mnuBackGround();
