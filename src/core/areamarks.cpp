@@ -31,12 +31,6 @@ bool ShowsArea(int win) {
 
 int AreaWindow() { return GetRealWinNo(); }
 
-void SetAreaMark(int index, int channel) {
-    Mark(AreaWindow(), index).Channel =
-        Whole16(std::clamp<int>(channel, 0, store.SpanCh - 1));
-    RefreshAreaMarks();
-}
-
 void SetArea(int oneEnd, int otherEnd) {
     const int most = store.SpanCh - 1;
     Mark(AreaWindow(), 0).Channel = Whole16(std::clamp(std::min(oneEnd, otherEnd), 0, most));
