@@ -152,28 +152,35 @@ void ToggleArea() {
     chkArea_Click();
 }
 
-void NaxButton(bool smoothFirst) {
-    if (NothingThere()) return;
-    if (smoothFirst) mnuSmooth();
-    VaelAnaView& v = frmVaelAna;
+/// False, with the trouble in the log, when a run-time error ended the fit of the current row.
+bool NaxFitsCurrentRow() {
     const BusyCursor busy;
-    if (smoothFirst) {
-        v.cmdOperation[0].Enabled = false;
-        v.cmdOperation[2].Enabled = false;
-        v.cmdOperation[1].Enabled = true;
-        v.cmdOperation[4].Enabled = true;
-    }
-    const int source = DataNo();
     try {
         NaxAreaFit(GetRealWinNo(), GraphNo());
+        return true;
     } catch (const std::exception& trouble) {
         PutLog(trouble.what());
-        // Rows may have moved under the selection: the advice to retry is about this one.
-        const int row = RowOfSlot(source);
-        if (row >= 0 && row != GraphNo()) Change_cboGrphSel(GetRealWinNo(), row);
-        Say("Fitting was failed. Please change fit parameters(Change BG Coefficient to 5.0) and "
-            "retry");
+        return false;
     }
+}
+
+void NaxButton(bool smoothFirst) {
+    if (NothingThere()) return;
+    if (smoothFirst) {
+        mnuSmooth();
+        auto& buttons = frmVaelAna.cmdOperation;
+        buttons[0].Enabled = false;
+        buttons[2].Enabled = false;
+        buttons[1].Enabled = true;
+        buttons[4].Enabled = true;
+    }
+    const int source = DataNo();
+    if (NaxFitsCurrentRow()) return;
+    // Rows may have moved under the selection: the advice to retry is about this one.
+    const int row = RowOfSlot(source);
+    if (row >= 0 && row != GraphNo()) Change_cboGrphSel(GetRealWinNo(), row);
+    Say("Fitting was failed. Please change fit parameters(Change BG Coefficient to 5.0) and "
+        "retry");
 }
 
 }  // namespace

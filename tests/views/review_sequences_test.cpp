@@ -5,6 +5,7 @@
 #include "core/areamarks.h"
 #include "core/cursors.h"
 #include "core/expand.h"
+#include "core/fault.h"
 #include "core/pointing.h"
 #include "core/scales.h"
 
@@ -224,6 +225,21 @@ TEST(Stale, TheSecondEntryOfStartUpHasOneScaleMode) {
     EXPECT_EQ(V().itxtScaleY.Text(), "10000000");
 }
 
+TEST(Stale, AChoiceOfCalibrationRedrawsTheAxis) {
+    Sequence w;
+    w.Open({w.Spectrum("a.npd")});
+    store.DefaultParam.EgcCoef = {1.0, 2.0, 0.0};
+    Pick(V().cboUnitX, 1);
+    // The first tick is channel 1: 0.05 + 0.03 keV, or 1 + 2 keV.
+    EXPECT_NEAR(V().LowerAxis.ScaleValues[0], 0.08, 1e-12);
+    EXPECT_NEAR(V().inumScaleX.Value, 4096 * 0.03, 1e-9);
+    Click(V().optEGC[0]);
+    EXPECT_NEAR(V().LowerAxis.ScaleValues[0], 3.0, 1e-12);
+    EXPECT_NEAR(V().inumScaleX.Value, 4096 * 2.0, 1e-9);
+    Click(V().optEGC[1]);
+    EXPECT_NEAR(V().LowerAxis.ScaleValues[0], 0.08, 1e-12);
+}
+
 // --- the drag -----------
 
 TEST(DragSequence, ARightPressAndReleaseInsideItLeaveIt) {
@@ -327,6 +343,25 @@ TEST(PanelSequence, AutoFittingOnAnEmptyRowFitsNoOtherRow) {
     EXPECT_EQ(store.PeakTables[0].PeakNum, 0);
     EXPECT_EQ(V().lblStatus.Caption, "There is no spectrum in this row.");
     EXPECT_TRUE(V().cmdOperation[3].Enabled);
+}
+
+TEST(PanelSequence, ARunTimeErrorOfButtonZeroShowsItsAdviceWithoutTheBusyCursor) {
+    Sequence w;
+    w.Open({w.Spectrum("a.npd", 1000, {{300.4, 2000, 9}})});
+    struct : ScriptedDesk {
+        int BusyUnderQuestion = 0;
+        Answer Ask(const Question& question) override {
+            BusyUnderQuestion = BusyDepth;
+            return ScriptedDesk::Ask(question);
+        }
+    } desk;
+    desk.OnBreathe = [] { throw Fault(FaultNumber::Division, "Division by zero."); };
+    desk.ExpectQuestion(
+        "Fitting was failed. Please change fit parameters(Change BG Coefficient to 5.0) and retry");
+    Click(V().cmdOperation[0]);
+    EXPECT_EQ(store.GraphList[static_cast<std::size_t>(GraphNo())].Name, "Smooth");
+    EXPECT_EQ(desk.BusyTurns, 1);
+    EXPECT_EQ(desk.BusyUnderQuestion, 0);
 }
 
 TEST(PanelSequence, ThePeakMarksStandOnBothPicturesWhileTheBoxIsTicked) {
