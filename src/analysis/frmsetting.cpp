@@ -102,16 +102,6 @@ void txtThres_Enter() {
     box.Text = std::to_string(static_cast<int>(std::clamp(whole, 1.0, 20.0)));
 }
 
-bool Keys(const KeyPress& key) {
-    if (key.Key == KeyPress::Name::Enter)
-        cmdOk_Click();
-    else if (key.Key == KeyPress::Name::Escape)
-        cmdCansel_Click();
-    else
-        return false;
-    return true;
-}
-
 }  // namespace
 
 SettingView::SettingView() : View("frmSetting", "Settings") {
@@ -124,7 +114,7 @@ SettingView::SettingView() : View("frmSetting", "Settings") {
     cmdOk.Click = cmdOk_Click;
     cmdCansel.Click = cmdCansel_Click;
     cmdDefault.Click = cmdDefault_Click;
-    KeyPreview = Keys;
+    KeyPreview = EnterEscape(cmdOk_Click, cmdCansel_Click);
 }
 
 void ShowSetting() {

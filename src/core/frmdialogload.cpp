@@ -201,11 +201,7 @@ bool FitsMask(std::string_view name, std::string_view mask) {
 DialogLoadView::DialogLoadView() : View("frmDialogLoad", "Files") {
     Modal = true;
     Closing = Cancel;
-    KeyPreview = [](const KeyPress& key) {
-        if (key.Key == KeyPress::Name::Escape) Cancel();
-        if (key.Key == KeyPress::Name::Enter) cmdSet_Click();
-        return key.Key == KeyPress::Name::Escape || key.Key == KeyPress::Name::Enter;
-    };
+    KeyPreview = EnterEscape(cmdSet_Click, Cancel);
     drvDrive.Click = drvDrive_Click;
     dirDirectory.DoubleClick = dirDirectory_DoubleClick;
     filFiles.Click = filFiles_Click;

@@ -57,16 +57,6 @@ void cmdOk_Click() {
 
 void cmdCansel_Click() { frmDispPara.Visible = false; }
 
-bool Keys(const KeyPress& key) {
-    if (key.Key == KeyPress::Name::Enter)
-        cmdOk_Click();
-    else if (key.Key == KeyPress::Name::Escape)
-        cmdCansel_Click();
-    else
-        return false;
-    return true;
-}
-
 }  // namespace
 
 DispParaView::DispParaView() : View("frmDispPara", "Parameter Value") {
@@ -91,7 +81,7 @@ DispParaView::DispParaView() : View("frmDispPara", "Parameter Value") {
     ImnTemp.Least = -273.15;
     cmdOk.Click = cmdOk_Click;
     cmdCansel.Click = cmdCansel_Click;
-    KeyPreview = Keys;
+    KeyPreview = EnterEscape(cmdOk_Click, cmdCansel_Click);
 }
 
 void ShowDispPara() {

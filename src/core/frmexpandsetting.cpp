@@ -37,16 +37,6 @@ void cmdChangeWindowMode_Click() {
     ShowMode();
 }
 
-bool Keys(const KeyPress& key) {
-    if (key.Key == KeyPress::Name::Enter)
-        cmdSet_Click();
-    else if (key.Key == KeyPress::Name::Escape)
-        cmdClose_Click();
-    else
-        return false;
-    return true;
-}
-
 }  // namespace
 
 ExpandSettingView::ExpandSettingView() : View("frmExpandSetting", "Expand Setting") {
@@ -54,7 +44,7 @@ ExpandSettingView::ExpandSettingView() : View("frmExpandSetting", "Expand Settin
     cmdClose.Click = cmdClose_Click;
     cmdChangeWindowMode.Click = cmdChangeWindowMode_Click;
     cmdChangeWindowMode.Tip = "Click to keep this view on top of the others";
-    KeyPreview = Keys;
+    KeyPreview = EnterEscape(cmdSet_Click, cmdClose_Click);
 }
 
 void ShowExpandSetting() {

@@ -13,16 +13,6 @@ void cmdCan_Click() {
     frmInput.Visible = false;
 }
 
-bool Keys(const KeyPress& key) {
-    if (key.Key == KeyPress::Name::Enter)
-        cmdOk_Click();
-    else if (key.Key == KeyPress::Name::Escape)
-        cmdCan_Click();
-    else
-        return false;
-    return true;
-}
-
 }  // namespace
 
 InputView::InputView() : View("frmInput", "Input") {
@@ -30,7 +20,7 @@ InputView::InputView() : View("frmInput", "Input") {
     cmdOk.Click = cmdOk_Click;
     cmdCan.Click = cmdCan_Click;
     Closing = cmdCan_Click;
-    KeyPreview = Keys;
+    KeyPreview = EnterEscape(cmdOk_Click, cmdCan_Click);
 }
 
 void InputView::CapName(const std::string& text) {

@@ -293,6 +293,17 @@ void StoreBackRemoved(int src, int back, int removed) {
             below.Count[i] > 0 ? Int32(source.Count[i]) - Int32(below.Count[i]) : Int32(0);
 }
 
+/// What a NAX run leaves in the rows "BackGraund" and "BackRemv" for the row `from`.
+static void NaxAreaFitBackGroundDataSet(int from) {
+    const int back = RowOfName(NAME_BACKGROUND);
+    const int removed = RowOfName(NAME_REMOVED);
+    StoreNaxBackground(back);
+    SetDerived(back, GetGraphDataNo(back), NAME_BACKGROUND);
+    if (removed < 0) return;
+    StoreBackRemoved(from, back, removed);
+    SetDerived(removed, GetGraphDataNo(removed), NAME_REMOVED);
+}
+
 void NaxAreaFit(int win, int row) {
     const int source = GetGraphDataNo(row);
     int from = row;
@@ -306,15 +317,8 @@ void NaxAreaFit(int win, int row) {
         Change_cboGrphSel(win, RowOfSlot(source));
         return;
     }
-    const int back = RowOfName(NAME_BACKGROUND);
-    const int removed = RowOfName(NAME_REMOVED);
     from = RowOfSlot(source);
-    StoreNaxBackground(back);
-    SetDerived(back, GetGraphDataNo(back), NAME_BACKGROUND);
-    if (removed >= 0) {
-        StoreBackRemoved(from, back, removed);
-        SetDerived(removed, GetGraphDataNo(removed), NAME_REMOVED);
-    }
+    NaxAreaFitBackGroundDataSet(from);
     Change_cboGrphSel(win, from);
     store.AreaFitDone = TRUE_WORD;
     AutoScale(win);

@@ -1,4 +1,4 @@
-// Saving the current graph: the proposal of a name, the dialog, the writer that the extension tells.
+// Saving the current graph: the proposal of a name, the dialog, and the writer by the extension.
 #pragma once
 
 #include "core/talk.h"

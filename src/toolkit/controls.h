@@ -197,7 +197,8 @@ struct ScrollBar : Control {
     Handler Change;
 };
 
-/// Shape of the pointer over a picture.
+/// Shape of the pointer over a picture. The finger is what the system calls picFingerIco, the width
+/// picWidthIcon.
 enum class Pointer { Arrow, Finger, Width, Cross };
 
 /// A picture to draw on. Without a desktop it stands on a blank surface of its size, so that every

@@ -266,12 +266,11 @@ const Handler* EnterOf(const Control& box) {
 bool PressEnter(Control& box) {
     if (!box.Usable() || !MayAct(box.Owner)) return false;
     const Handler* enter = EnterOf(box);
-    if (box.Kind == ControlKind::ListBox) {
-        // The typed text counts as taken: leaving the list later does not run Enter again.
-        if (hands.Typed == &box) hands.Typed = nullptr;
-    } else if (hands.Typed == &box && (enter == nullptr || box.Kind == ControlKind::NumberBox)) {
-        if (!LeaveTyped()) return false;
-    }
+    const bool takesText = box.Kind == ControlKind::ListBox || enter != nullptr;
+    if (hands.Typed == &box && takesText && box.Kind != ControlKind::NumberBox)
+        hands.Typed = nullptr;  // Enter took what was typed: leaving does not take it again
+    else if (hands.Typed == &box && !LeaveTyped())
+        return false;
     if (enter != nullptr) return RunEvent(box.Owner, *enter);
     (void)Key(box.Owner, {.Key = KeyPress::Name::Enter});
     return true;

@@ -27,8 +27,9 @@ bool Type(TextBox& box, const std::string& text);
 bool Type(NumberBox& box, const std::string& text);
 bool Type(ListBox& list, const std::string& text);  // into an editable list
 bool Leave(Control& box);                           // the focus goes away from a box
-/// Enter in a text or number box or an editable list. Where the box has no use for it the key goes
-/// on to the view, after the box was left.
+/// Enter in a text or number box or an editable list takes what was typed: leaving the box does not
+/// take it again. Where the box has no use for it the key goes on to the view, after the box was
+/// left.
 bool PressEnter(Control& box);
 bool Pick(ListBox& list, int index);
 bool PickMany(ListBox& list, std::vector<int> indexes);  // of a list with `Multiple`

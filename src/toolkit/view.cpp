@@ -36,4 +36,17 @@ Control* View::Find(const std::string& name) const {
 
 const std::vector<View*>& AllViews() { return Registry(); }
 
+std::function<bool(const KeyPress&)> EnterEscape(std::function<void()> enter,
+                                                 std::function<void()> escape) {
+    return [enter = std::move(enter), escape = std::move(escape)](const KeyPress& key) {
+        if (key.Key == KeyPress::Name::Enter)
+            enter();
+        else if (key.Key == KeyPress::Name::Escape)
+            escape();
+        else
+            return false;
+        return true;
+    };
+}
+
 }  // namespace vael

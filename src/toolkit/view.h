@@ -112,6 +112,10 @@ private:
     std::vector<Control*> controls_;
 };
 
+/// A preview of two keys, as a dialog with two ways out has them: Enter and Escape.
+[[nodiscard]] std::function<bool(const KeyPress&)> EnterEscape(std::function<void()> enter,
+                                                               std::function<void()> escape);
+
 /// All views of the program, in the order of their construction.
 [[nodiscard]] const std::vector<View*>& AllViews();
 

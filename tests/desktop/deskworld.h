@@ -2,19 +2,11 @@
 // acts of a user's mouse and keyboard on the real widgets.
 #pragma once
 
-#include "analysis/frmsetting.h"
-#include "core/frmdialogload.h"
-#include "core/frmdialogmessage.h"
-#include "core/frmdisppara.h"
-#include "core/frmexpandsetting.h"
-#include "core/frminput.h"
-#include "core/frmlog.h"
-#include "core/frmselgraph.h"
-#include "core/frmvaelana.h"
 #include "core/params.h"
 #include "core/store.h"
 #include "desktop/qtdesk.h"
 #include "desktop/widgets.h"
+#include "support/freshviews.h"
 #include "support/spectra.h"
 #include "toolkit/hand.h"
 
@@ -107,15 +99,7 @@ struct DeskWorld {
         });
         store = Store{};
         settings = Settings{};
-        Unload(frmVaelAna);
-        Unload(frmLog);
-        Unload(frmSelGraph);
-        Unload(frmDialogMessage);
-        Unload(frmDialogLoad);
-        Unload(frmInput);
-        Unload(frmDispPara);
-        Unload(frmExpandSetting);
-        Unload(frmSetting);
+        FreshViews();
         RunEvent(frmVaelAna, [this] { Form_Load(Folder.path().toStdString()); });
         Desk.Show();
         Settle();

@@ -168,6 +168,26 @@ TEST(ButtonKey, EnterOnAButtonIsAClickOnIt) {
     EXPECT_EQ(enters, 1) << "a box without use for it hands it on, once";
 }
 
+TEST(ButtonKey, EnterInABoxWithAUseForItTakesTheTextAndLeavingDoesNotTakeItAgain) {
+    KindsWorld w;
+    w.V.txtName.Enter = [&] { w.V.Done.push_back("enter"); };
+    w.V.txtName.Leave = [&] {
+        w.V.Done.push_back("leave");
+        return true;
+    };
+    auto& box = w.Of<QLineEdit>("txtName");
+    box.setFocus();
+    QTest::keyClicks(&box, QStringLiteral("a"));
+    QTest::keyClick(&box, Qt::Key_Return);
+    EXPECT_EQ(w.V.Done, Texts{"enter"});
+    w.Of<QPushButton>("cmdKey").setFocus();
+    EXPECT_EQ(w.V.Done, Texts{"enter"});
+    box.setFocus();
+    QTest::keyClicks(&box, QStringLiteral("b"));
+    QTest::keyClick(&box, Qt::Key_Tab);
+    EXPECT_EQ(w.V.Done, (Texts{"enter", "leave"}));
+}
+
 TEST(ButtonKey, EnterThatClosesTheViewEndsThere) {
     KindsWorld w;
     int enters = 0;

@@ -1,17 +1,9 @@
 // A fresh world for a test: an empty store, views with their form defaults, a program folder.
 #pragma once
 
-#include "analysis/frmsetting.h"
-#include "core/frmdialogload.h"
-#include "core/frmdialogmessage.h"
-#include "core/frmdisppara.h"
-#include "core/frmexpandsetting.h"
-#include "core/frminput.h"
-#include "core/frmlog.h"
-#include "core/frmselgraph.h"
-#include "core/frmvaelana.h"
 #include "core/params.h"
 #include "core/store.h"
+#include "support/freshviews.h"
 #include "support/scripteddesk.h"
 
 #include <unistd.h>
@@ -50,19 +42,6 @@ private:
 inline std::string BytesOf(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
-/// Every view with its form defaults.
-inline void FreshViews() {
-    Unload(frmVaelAna);
-    Unload(frmLog);
-    Unload(frmSelGraph);
-    Unload(frmDialogMessage);
-    Unload(frmDialogLoad);
-    Unload(frmInput);
-    Unload(frmDispPara);
-    Unload(frmExpandSetting);
-    Unload(frmSetting);
 }
 
 /// The program started in an empty folder, with a scripted desk.

@@ -350,6 +350,21 @@ TEST_F(Hands, EnterThatABoxHasNoUseForGoesOnToTheView) {
     EXPECT_EQ(keys, 1) << "a box that does not let go keeps the key";
 }
 
+TEST_F(Hands, EnterTakesTheTextOfABoxOnce) {
+    probe.text.Enter = [&] { ++runs; };
+    probe.text.Leave = [&] {
+        runs += 10;
+        return true;
+    };
+    Type(probe.text, "12");
+    EXPECT_TRUE(PressEnter(probe.text));
+    EXPECT_TRUE(Click(probe.go));
+    EXPECT_EQ(runs, 1) << "leaving does not take it again";
+    Type(probe.text, "13");
+    EXPECT_TRUE(Click(probe.go));
+    EXPECT_EQ(runs, 11);
+}
+
 TEST_F(Hands, TheWheelTellsNotchesPlaceAndDirection) {
     EXPECT_FALSE(Wheel(probe.picture, 1.0, 10.0, false)) << "the picture has no use for it";
     double sum = 0.0;

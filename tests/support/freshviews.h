@@ -1,0 +1,30 @@
+// All views with their form defaults, for a world made anew.
+#pragma once
+
+#include "analysis/frmsetting.h"
+#include "core/frmdialogload.h"
+#include "core/frmdialogmessage.h"
+#include "core/frmdisppara.h"
+#include "core/frmexpandsetting.h"
+#include "core/frminput.h"
+#include "core/frmlog.h"
+#include "core/frmselgraph.h"
+#include "core/frmvaelana.h"
+#include "toolkit/hand.h"
+
+namespace vael {
+
+/// Every view with its form defaults.
+inline void FreshViews() {
+    Unload(frmVaelAna);
+    Unload(frmLog);
+    Unload(frmSelGraph);
+    Unload(frmDialogMessage);
+    Unload(frmDialogLoad);
+    Unload(frmInput);
+    Unload(frmDispPara);
+    Unload(frmExpandSetting);
+    Unload(frmSetting);
+}
+
+}  // namespace vael
