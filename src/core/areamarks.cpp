@@ -93,7 +93,8 @@ void PutAreaMarks(int win) {
     for (int index = 0; index < 2; ++index) {
         AreaMark& mark = Mark(AreaWindow(), index);
         if (mark.Channel < 0) continue;
-        // On a line that reaches the top the flag stands at the side of the line, not above the picture.
+        // On a line that reaches the top the flag stands at the side of the line, not above the
+        // picture.
         const double room = PlotTop(win) * 0.88;
         mark.Height = std::min(PlotHeight(win, slot, mark.Channel), room);
         Mark(win, index).Height = mark.Height;

@@ -68,8 +68,7 @@ void SetExpandArea(int startCh, int width) {
     ShowRange(startCh, width);
     CsrX_Change(centre);
     CsrX_ChangeRight(CursorCh(), -1);
-    frmVaelAna.inumScaleX.Value =
-        WidthToUnit(frmVaelAna.UnitX, width, ParamInForce(DataNo()));
+    frmVaelAna.inumScaleX.Value = WidthToUnit(frmVaelAna.UnitX, width, ParamInForce(DataNo()));
     DrawRange();
     TellStatus("Channels " + std::to_string(Shown().Start + 1) + " to " +
                std::to_string(Shown().Start + Shown().Span) + " are shown.");
@@ -122,8 +121,8 @@ void ckbExpand_Click() {
     const auto width = static_cast<int>(v.imnSpanCh.Value);
     const int start = v.hsbStartX.Value;
     v.WinStyle = on ? WindowStyle::Expand : WindowStyle::LineUp;
-    for (Control* control : {static_cast<Control*>(&v.chkFilePile[0]),
-                             static_cast<Control*>(&v.chkFilePile[1])})
+    for (Control* control :
+         {static_cast<Control*>(&v.chkFilePile[0]), static_cast<Control*>(&v.chkFilePile[1])})
         control->Enabled = false;
     v.chkWinStyle.Enabled = !on;
     for (Menu& item : v.mnuWinType) item.Enabled = !on;

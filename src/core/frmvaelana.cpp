@@ -50,8 +50,8 @@ ParamRecord& TypedParam() {
 void txt2Theta_Take() {
     ParamRecord& param = TypedParam();
     const std::string typed = frmVaelAna.txt2Theta.Text;
-    // What the box shows has fewer digits than the record, and may be the spectrum's own angle while
-    // the default is in force: a text that nobody changed is not taken.
+    // What the box shows has fewer digits than the record, and may be the spectrum's own angle
+    // while the default is in force: a text that nobody changed is not taken.
     if (typed == frmVaelAna.AngleShown) return;
     const auto angle = ParseNumber(typed);
     ShowAngle(angle.value_or(param.TwoTheta));
@@ -113,19 +113,17 @@ void Hold(std::initializer_list<Control*> controls, const char* why) {
 /// Controls that stand in their place and never work: those without any action, and those whose
 /// command comes in a later release.
 void Withhold(VaelAnaView& v) {
-    Hold({&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop,
-          &v.mnuMcaClear, &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion,
-          &v.cmdFitCancel},
-         "has no action");
-    Hold({&v.mnuProperty,       &v.mnuPrint,         &v.mnuBatchPrint,
-          &v.mnuColor,         &v.mnuCalcSpect,
-          &v.mnuPeakIns,        &v.mnuPeakAllIns,     &v.mnuPeakDelete,    &v.mnuPeakAllDelete,
-          &v.mnuRoiStart,       &v.mnuRoiEnd,         &v.mnuPeakReport,    &v.mnuFitting,
-          &v.mnuFittingAll,     &v.mnuPeakSep,        &v.mnuExpressFit,
-          &v.mnuCons,           &v.cmdManualFitting, &v.cmdShowReport,
-          &v.cmdFiles[2],
-          &v.cmdFiles[3],       &v.cmdEnergy[0],      &v.cmdEnergy[1],     &v.cmdOperation[1],
-          &v.cmdOperation[9],   &v.cmdOperation[10]},
+    Hold(
+        {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
+         &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
+        "has no action");
+    Hold({&v.mnuProperty,      &v.mnuPrint,         &v.mnuBatchPrint, &v.mnuColor,
+          &v.mnuCalcSpect,     &v.mnuPeakIns,       &v.mnuPeakAllIns, &v.mnuPeakDelete,
+          &v.mnuPeakAllDelete, &v.mnuRoiStart,      &v.mnuRoiEnd,     &v.mnuPeakReport,
+          &v.mnuFitting,       &v.mnuFittingAll,    &v.mnuPeakSep,    &v.mnuExpressFit,
+          &v.mnuCons,          &v.cmdManualFitting, &v.cmdShowReport, &v.cmdFiles[2],
+          &v.cmdFiles[3],      &v.cmdEnergy[0],     &v.cmdEnergy[1],  &v.cmdOperation[1],
+          &v.cmdOperation[9],  &v.cmdOperation[10]},
          "comes in a later release");
 }
 
@@ -221,8 +219,8 @@ void CheckableItems(VaelAnaView& v) {
                        &v.mnuLogarithmic, &v.mnuAutomatic, &v.mnuNorScale, &v.mnuWinType[0],
                        &v.mnuWinType[1], &v.mnuExpandOn, &v.mnuExpandOff, &v.mnuSidePanel})
         item->Checkable = true;
-    for (Menu* item : {&v.mnuNaxFit, &v.mnuLine, &v.mnuAutomatic, &v.mnuWinType[0],
-                       &v.mnuExpandOff, &v.mnuSidePanel})
+    for (Menu* item : {&v.mnuNaxFit, &v.mnuLine, &v.mnuAutomatic, &v.mnuWinType[0], &v.mnuExpandOff,
+                       &v.mnuSidePanel})
         item->Checked = true;
     for (Menu* item : {&v.mnuExit, &v.mnuNaxFit, &v.mnuDot, &v.mnuColor, &v.mnuPeakJumpB,
                        &v.mnuRoiStart, &v.mnuPeakReport, &v.mnuSetCons, &v.mnuLogarithmic,

@@ -100,11 +100,9 @@ int RowFor(int slot) {
     return row >= 0 ? row : 0;
 }
 
-/// Rows of inserted slots: row 0 is the last inserted one, row 1 the one before. They go to the real
-/// window: the magnifier owns no graphs.
-void SetDerived(int row, int slot, const char* name) {
-    SetGraph(GetRealWinNo(), row, slot, name);
-}
+/// Rows of inserted slots: row 0 is the last inserted one, row 1 the one before. They go to the
+/// real window: the magnifier owns no graphs.
+void SetDerived(int row, int slot, const char* name) { SetGraph(GetRealWinNo(), row, slot, name); }
 
 /// Button 4: the peaks whose centre lies in the area go, after a question.
 void DeletePeaksInArea() {
@@ -362,8 +360,8 @@ void GoToPeak(int direction) {
     if (CursorCh() == before)
         TellStatus(direction == 1 ? "This is the last peak." : "This is the first peak.");
     else
-        TellStatus("Peak " + frmVaelAna.itxtNoPeak.Text + " of " +
-                   std::to_string(peaks.PeakNum) + ".");
+        TellStatus("Peak " + frmVaelAna.itxtNoPeak.Text + " of " + std::to_string(peaks.PeakNum) +
+                   ".");
 }
 
 void SetDrawKind(int kind) {

@@ -37,9 +37,7 @@ int Reach(int win) {
     return std::max(1, static_cast<int>(std::ceil(GRAB_PIXELS * State(win).Span / width)));
 }
 
-bool OnCursor(int win, double x) {
-    return std::abs(CsrChannel(win, x) - CursorCh()) <= Reach(win);
-}
+bool OnCursor(int win, double x) { return std::abs(CsrChannel(win, x) - CursorCh()) <= Reach(win); }
 
 bool AreaIsSet() {
     std::int16_t start = 0;
@@ -64,8 +62,8 @@ void PutBand(int from, int to) {
         Engine().RegisterMark(0, MARK_BAND, {double(edge), 0.0}, {double(edge), top}, BAND_COLOUR,
                               1);
     for (const double level : {0.0, top})
-        Engine().RegisterMark(0, MARK_BAND, {double(from), level}, {double(to), level},
-                              BAND_COLOUR, 3);
+        Engine().RegisterMark(0, MARK_BAND, {double(from), level}, {double(to), level}, BAND_COLOUR,
+                              3);
     ++frmVaelAna.picGraph[0].Painted;
 }
 
