@@ -17,6 +17,9 @@ namespace {
 
 constexpr Colour AREA_COLOUR = Rgb(255, 100, 100);
 constexpr int AREA_WIDTH = 3;  // pixels
+/// A flag is a tenth and a hundred and twentieth of the range high: 0.108; so much of the height
+/// is left below it.
+constexpr double FLAG_ROOM = 0.88;
 
 AreaMark& Mark(int win, int index) { return Item(Item(frmVaelAna.Windows, win).Area, index); }
 
@@ -35,6 +38,11 @@ void SetArea(int oneEnd, int otherEnd) {
     const int most = store.SpanCh - 1;
     Mark(AreaWindow(), 0).Channel = Whole16(std::clamp(std::min(oneEnd, otherEnd), 0, most));
     Mark(AreaWindow(), 1).Channel = Whole16(std::clamp(std::max(oneEnd, otherEnd), 0, most));
+    RefreshAreaMarks();
+}
+
+void ClearArea() {
+    Item(frmVaelAna.Windows, AreaWindow()).Area.fill(AreaMark{});
     RefreshAreaMarks();
 }
 
@@ -95,7 +103,7 @@ void PutAreaMarks(int win) {
         if (mark.Channel < 0) continue;
         // On a line that reaches the top the flag stands at the side of the line, not above the
         // picture.
-        const double room = PlotTop(win) * 0.88;
+        const double room = PlotTop(win) * FLAG_ROOM;
         mark.Height = std::min(PlotHeight(win, slot, mark.Channel), room);
         Mark(win, index).Height = mark.Height;
         DrawAreaMark(win, index, mark.Channel);

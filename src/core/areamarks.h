@@ -13,6 +13,8 @@ inline constexpr std::int16_t AREA_UNSET = -1;
 /// Sets both marks of the real window to 0-based channels, in order and held within SpanCh, and
 /// draws them. Their flags stand at the current graph's counts.
 void SetArea(int oneEnd, int otherEnd);
+/// Takes both marks of the real window away.
+void ClearArea();
 /// "Area to the whole axis": marks at 0 and SpanCh - 1; ticks `chkArea` without its click.
 void AreaToWholeAxis();
 /// The two marks of the active window: -1 when both are set and differ, in the order left mark,

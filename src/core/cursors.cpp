@@ -21,6 +21,8 @@ constexpr Colour CURSOR_COLOUR = Rgb(255, 255, 255);  // turns what it crosses i
 constexpr int MEMO_WIDTH = 168;                       // of the frame, pixels
 constexpr int MEMO_HEIGHT = 84;
 constexpr int MEMO_GAP = 8;
+constexpr double SHORT_MARK = 1.0 / 10.0;  // of the height; it ends a sixtieth above the count
+constexpr double SHORT_GAP = 1.0 / 60.0;   // and stays in sight on a line that reaches the top
 
 constexpr const char* WHOLE_FORMAT = "####0";
 constexpr const char* FINE_FORMAT = "####0.00";
@@ -137,9 +139,10 @@ void PutCursorMark(int win) {
     const GraphEntry* entry = SelectedRow(win == 1 && Expanded() ? 0 : win);
     const double foot = entry == nullptr
                             ? 0.0
-                            : std::min(PlotHeight(win, entry->DataNo, ch) + top / 60.0, top * 0.9);
-    Engine().RegisterMark(win, MARK_CURSOR, {double(ch), foot}, {double(ch), foot + top / 10.0},
-                          CURSOR_COLOUR, 2);
+                            : std::min(PlotHeight(win, entry->DataNo, ch) + top * SHORT_GAP,
+                                       top * (1.0 - SHORT_MARK));
+    Engine().RegisterMark(win, MARK_CURSOR, {double(ch), foot},
+                          {double(ch), foot + top * SHORT_MARK}, CURSOR_COLOUR, 2);
 }
 
 void RefreshCursorMarks() {
@@ -163,7 +166,10 @@ void ShowPeakMemo(int win, int slot, int peak) {
     VaelAnaView& v = frmVaelAna;
     const PeakRecord& record = Item(Item(store.PeakTables, slot).Peak, peak);
     const ParamRecord& param = ParamInForce(slot);
-    const int unit = std::max(0, v.cboUnitX.Index);
+    int unit = std::max(0, v.cboUnitX.Index);
+    // Like the axis: only a spectrum of the DAC form has an angle.
+    if (unit == UNIT_2THETA && Item(store.PropertyRecords, slot).SourceType != SOURCE_DAC)
+        unit = UNIT_CH;
     // 1. and 2. Position and full width in the unit.
     const double p = ChToUnit(unit, record.Position, param, DacNow());
     const double f = WidthToUnit(unit, record.Width + record.Width, param);

@@ -137,6 +137,9 @@ void WindowStyleRule(int win) {
         v.chkFilePile[1].Value = 0;
         v.chkFilePile[1].Enabled = false;
     }
+    // What is opened is seen, also in a window that was put away.
+    const int place = PiledUp() ? 0 : win;
+    if (!WindowShown(place)) Item(v.chkFilePile, place).Value = 1;
     ArrangeWindows();
 }
 
@@ -464,7 +467,8 @@ void chkGrp_Click(int win, int row) {
     if (wanted != drawnHere) {
         entry.Visible = wanted ? TRUE_WORD : FALSE_WORD;
         if (wanted) {
-            entry.WinNo = static_cast<std::int16_t>(win);  // it leaves the other window
+            // It leaves the other window; in the one plot of a pile every row keeps its own.
+            if (!PiledUp()) entry.WinNo = static_cast<std::int16_t>(win);
             RegisterRow(row);
         } else {
             WithdrawSlot(entry.DataNo);

@@ -172,6 +172,7 @@ void PlotMouseUp(int win, MouseButton button, double x, double) {
             RefreshBand();  // also where the band was too narrow to change anything
         }
     } else if (done.Held == Held::Edge) {
+        if (!AreaIsSet()) ClearArea();  // a click marks nothing
         chkArea_Click();
     }
     spnCursor_SpinUpDown("+0");

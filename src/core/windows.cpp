@@ -225,6 +225,7 @@ void SetYFullScale(int win, std::int32_t scale) {
 
 void ApplyScale(int win) {
     Engine().SetFullScale(win, State(win).FullScale, Logarithmic());
+    HidePeakMemo();                                // it stands above a peak of the former height
     if (PiledUp() && win == 0) RegisterAllRows();  // the lifts are parts of the height
     ShowScale();
 }

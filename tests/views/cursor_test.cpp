@@ -426,6 +426,17 @@ TEST(Mouse, ADragMarksAnAreaAndAnEdgeIsTakenAndDragged) {
     EXPECT_EQ(Area(), (Ends{1800, 2000}));
 }
 
+TEST(Mouse, AClickMarksNoArea) {
+    Plotted w;
+    w.Open({w.Spectrum("a.npd")});
+    Tick(V().chkArea);
+    w.Drag(0, w.PixelOf(0, 3000), w.PixelOf(0, 3000));
+    EXPECT_EQ(Area(), (Ends{-1, -1}));
+    EXPECT_EQ(V().Windows[0].Area[0].Channel, -1);
+    w.Drag(0, w.PixelOf(0, 1000), w.PixelOf(0, 1500));
+    EXPECT_EQ(Area(), (Ends{1000, 1500})) << "the next drag begins where it begins";
+}
+
 TEST(Mouse, ThePointerIsAFingerOnTheCursor) {
     Plotted w;
     w.Open({w.Spectrum("a.npd")});
@@ -499,6 +510,27 @@ TEST(PeakMemo, ADoubleClickShowsPositionWidthHeightAndArea) {
     EXPECT_EQ(V().lblMemo[0].Caption, "Enargy=30.088keV\rFWHM=0.330keV\rVal=4321.0\rNet=12345.7");
     DoubleClick(w.Plot(0), w.PixelOf(0, 3000), 40);
     EXPECT_FALSE(V().fraMemo[0].Visible) << "where there is no peak there is no memo";
+}
+
+TEST(PeakMemo, WithoutAnAngleAxisItShowsChannels) {
+    Plotted w;
+    w.Open({w.Spectrum("a.npd")});
+    w.AddPeakAt(0, 1000.0);
+    Pick(V().cboUnitX, 6);
+    DoubleClick(w.Plot(0), w.PixelOf(0, 1000), 40);
+    EXPECT_TRUE(V().lblMemo[0].Caption.starts_with("Channel=1001.000Ch")) << "like the axis";
+    EXPECT_TRUE(w.Desk.Faults.empty());
+    Tick(V().ckbLogScale);
+    EXPECT_FALSE(V().fraMemo[0].Visible) << "not at the height of another scale";
+}
+
+TEST(CursorStep, ASignedFractionIsRounded) {
+    Plotted w;
+    CsrX_Change(100);
+    spnCursor_SpinUpDown("+1.6");
+    EXPECT_EQ(CursorCh(), 102);
+    spnCursor_SpinUpDown("-1.6");
+    EXPECT_EQ(CursorCh(), 100);
 }
 
 TEST(PeakMemo, InDWithAnAngleOfZeroThePositionIsZero) {

@@ -394,6 +394,31 @@ TEST(PileUp, OnTheLogAxisTheGraphsLieOnEachOther) {
     EXPECT_EQ(t.Graph[0].PlotY[1000], t.Graph[1].PlotY[1000]);
 }
 
+TEST(PileUp, ARowThatIsTakenOffAndPutBackKeepsItsWindow) {
+    Plotted w;
+    w.Open({w.Spectrum("a.npd"), w.Spectrum("b.npd")});
+    Tick(V().chkGrp[11]);
+    Tick(V().chkWinStyle);
+    Tick(V().chkGrp[1]);
+    EXPECT_FALSE(UsedIn(0, 1));
+    Tick(V().chkGrp[1]);
+    EXPECT_TRUE(UsedIn(0, 1));
+    EXPECT_EQ(store.GraphList[1].WinNo, 1);
+    Tick(V().chkWinStyle);
+    EXPECT_TRUE(UsedIn(1, 1)) << "back in the lower window";
+}
+
+TEST(ShowSwitches, WhatIsOpenedIsSeen) {
+    Plotted w;
+    w.Open({w.Spectrum("a.npd")});
+    Tick(V().chkWinStyle);
+    Tick(V().chkFilePile[1]);
+    Tick(V().chkFilePile[0]);
+    ASSERT_FALSE(V().fraGraph[0].Visible);
+    w.Open({w.Spectrum("b.npd")});
+    EXPECT_TRUE(V().fraGraph[0].Visible);
+}
+
 TEST(ShowSwitches, OneWindowAtLeastIsShown) {
     Plotted w;
     w.Open({w.Spectrum("a.npd"), w.Spectrum("b.npd")});
