@@ -41,15 +41,15 @@ void MixDeriv(double x, std::span<const double> a, std::span<double> d, int m, i
 /// 5, 6, in the order of calc.h from index 0. Damping after D. W. Marquardt, J. SIAM 11, 431
 /// (1963), steered as by R. Fletcher, AERE-R 6799 (1971); each step by `QRDecomp` of the damped,
 /// scaled design, the errors from the inverse of the observed information. `a` comes back with the
-/// last accepted coefficients, the caller's own where the start is refused. `Message` has the words
-/// of the outcome; a design whose inverse has no trace is said. Holds nothing between calls.
+/// last accepted coefficients, the caller's own where the start is refused. `Message` has the
+/// words of the outcome; a design whose inverse has no trace is said. Holds nothing between calls.
 [[nodiscard]] FitOutcome CFDQR2(std::span<const double> x, std::span<const double> y, int type,
                                 FitVector& a, int m, const Talk& talk);
 
 /// `CFDQR2` with a start of its own where `a` has no height (a[0] <= 0), a half width of 10 for a
 /// negative one, and a centre that left the region put back to its middle. That start of a Mix has
-/// the centre and the half width one place behind the shape's own order, and the centre's test looks
-/// at a Mix's half width; both are meant to stay.
+/// the centre and the half width one place behind the shape's own order, and the centre's test
+/// looks at a Mix's half width; both are meant to stay.
 [[nodiscard]] FitOutcome FitData(std::span<const double> x, std::span<const double> y, int type,
                                  int m, FitVector& a, const Talk& talk);
 
