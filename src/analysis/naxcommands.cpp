@@ -70,7 +70,7 @@ void ShowFit(int window, int source) {
     }
     Item(store.PropertyRecords, place.Slot).Param.DerivedFlags |= DERIVED_FIT;
     SetGraph(window, place.Row, place.Slot, NAME_FIT);
-    AutoScale(window);
+    AutoScaleBoth();
     Change_cboGrphSel(window, place.Row);
     RedrawBoth();
 }

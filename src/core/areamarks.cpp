@@ -31,12 +31,6 @@ bool ShowsArea(int win) {
 
 int AreaWindow() { return GetRealWinNo(); }
 
-void SetAreaMark(int index, int channel) {
-    Mark(AreaWindow(), index).Channel =
-        Whole16(std::clamp<int>(channel, 0, store.SpanCh - 1));
-    RefreshAreaMarks();
-}
-
 void SetArea(int oneEnd, int otherEnd) {
     const int most = store.SpanCh - 1;
     Mark(AreaWindow(), 0).Channel = Whole16(std::clamp(std::min(oneEnd, otherEnd), 0, most));
@@ -62,6 +56,7 @@ void ResetRoiAll(std::int16_t& ok) {
     store.Rois = RoiList{};
     for (WindowState& window : frmVaelAna.Windows) window.Area.fill(AreaMark{});
     RefreshAreaMarks();
+    ShowCursorValues();
     ok = TRUE_WORD;
 }
 
@@ -98,7 +93,8 @@ void PutAreaMarks(int win) {
     for (int index = 0; index < 2; ++index) {
         AreaMark& mark = Mark(AreaWindow(), index);
         if (mark.Channel < 0) continue;
-        // On a line that reaches the top the flag stands at the side of the line, not above the picture.
+        // On a line that reaches the top the flag stands at the side of the line, not above the
+        // picture.
         const double room = PlotTop(win) * 0.88;
         mark.Height = std::min(PlotHeight(win, slot, mark.Channel), room);
         Mark(win, index).Height = mark.Height;

@@ -10,10 +10,8 @@ inline constexpr std::int16_t AREA_UNSET = -1;
 
 /// The window whose marks count: the real one.
 [[nodiscard]] int AreaWindow();
-/// Sets a mark (index 0 left, 1 right) of the real window to a 0-based channel, held within SpanCh,
-/// and draws it. Its flag stands at the current graph's count.
-void SetAreaMark(int index, int channel);
-/// Both marks, in order.
+/// Sets both marks of the real window to 0-based channels, in order and held within SpanCh, and
+/// draws them. Their flags stand at the current graph's counts.
 void SetArea(int oneEnd, int otherEnd);
 /// "Area to the whole axis": marks at 0 and SpanCh - 1; ticks `chkArea` without its click.
 void AreaToWholeAxis();

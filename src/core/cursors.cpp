@@ -25,9 +25,7 @@ constexpr int MEMO_GAP = 8;
 constexpr const char* WHOLE_FORMAT = "####0";
 constexpr const char* FINE_FORMAT = "####0.00";
 
-int Held(double ch) {
-    return static_cast<int>(std::clamp<double>(ch, 0, store.SpanCh - 1));
-}
+int Held(double ch) { return static_cast<int>(std::clamp<double>(ch, 0, store.SpanCh - 1)); }
 
 /// The row that a window has selected, or nullptr when it is empty.
 const GraphEntry* SelectedRow(int win) {
@@ -89,7 +87,7 @@ void spnCursor_SpinUpDown(const std::string& step) {
     if (step == "+" || step == "-")
         MoveCursor(step == "+" ? now + 1 : now - 1);
     else if (!step.empty() && (step.front() == '+' || step.front() == '-'))
-        MoveCursor(now + Number(step));
+        MoveCursor(RoundEven(now + Number(step)));
     else
         MoveCursor(RoundEven(Number(step)));
 }
@@ -120,8 +118,7 @@ void ShowCursorValues() {
             inside ? Item(Item(store.SpectrumDatas, entry->DataNo).Count, ch) : 0;
     }
     const bool there = SelectedRow(GetRealWinNo()) != nullptr;
-    const int roi =
-        there ? FindRoiAt(store.Rois, static_cast<std::uint16_t>(slot), ch) : -1;
+    const int roi = there ? FindRoiAt(store.Rois, static_cast<std::uint16_t>(slot), ch) : -1;
     const int peak = there ? FindPeakAt(Item(store.PeakTables, slot), ch) : -1;
     v.itxtNoRoi.Text = roi < 0 ? "" : std::to_string(roi + 1);
     v.itxtNoPeak.Text = peak < 0 ? "" : std::to_string(peak + 1);
@@ -133,14 +130,14 @@ void PutCursorMark(int win) {
     if (!DrawsAny(win) || ch < window.Start || ch >= window.Start + window.Span) return;
     const double top = PlotTop(win);
     if (frmVaelAna.chkCsrType.Value != 0) {
-        Engine().RegisterMark(win, MARK_CURSOR, {double(ch), 0.0}, {double(ch), top},
-                              CURSOR_COLOUR, 1);
+        Engine().RegisterMark(win, MARK_CURSOR, {double(ch), 0.0}, {double(ch), top}, CURSOR_COLOUR,
+                              1);
         return;
     }
     const GraphEntry* entry = SelectedRow(win == 1 && Expanded() ? 0 : win);
-    const double foot =
-        entry == nullptr ? 0.0
-                         : std::min(PlotHeight(win, entry->DataNo, ch) + top / 60.0, top * 0.9);
+    const double foot = entry == nullptr
+                            ? 0.0
+                            : std::min(PlotHeight(win, entry->DataNo, ch) + top / 60.0, top * 0.9);
     Engine().RegisterMark(win, MARK_CURSOR, {double(ch), foot}, {double(ch), foot + top / 10.0},
                           CURSOR_COLOUR, 2);
 }
@@ -185,8 +182,8 @@ void ShowPeakMemo(int win, int slot, int peak) {
         0.0, PlotTop(win));
     const double down = (1.0 - height / std::max(1.0, PlotTop(win))) * plot.Height;
     Frame& frame = Item(v.fraMemo, win);
-    frame.Left = std::clamp(static_cast<int>(across) + MEMO_GAP, 0,
-                            std::max(0, plot.Width - MEMO_WIDTH));
+    frame.Left =
+        std::clamp(static_cast<int>(across) + MEMO_GAP, 0, std::max(0, plot.Width - MEMO_WIDTH));
     frame.Top = std::clamp(static_cast<int>(down) - MEMO_HEIGHT - MEMO_GAP, 0,
                            std::max(0, plot.Height - MEMO_HEIGHT));
     frame.Visible = true;

@@ -11,8 +11,8 @@ inline constexpr int MARK_AREA_LEFT = 2;
 inline constexpr int MARK_AREA_RIGHT = 3;
 inline constexpr int MARK_BAND = 4;
 
-/// Sets the cursor to the 0-based channel `ch`, clipped to 0 and SpanCh - 1, and refreshes boxes and
-/// marks. The channel box shows it counted from 1.
+/// Sets the cursor to the 0-based channel `ch`, clipped to 0 and SpanCh - 1, and refreshes boxes
+/// and marks. The channel box shows it counted from 1.
 void CsrX_Change(int ch);
 /// Moves the shown range so that `ch` is in view. In Expand style the right edge of the magnified
 /// part is set: with `keep` (-1) the part keeps its width and only moves as far as it must; without

@@ -37,7 +37,7 @@ void DrawRange() {
 /// Both windows' rows anew in the style that is in force.
 void RedrawInStyle() {
     RegisterAllRows();
-    for (int win = 0; win < WINDOW_COUNT; ++win) AutoScale(win);
+    AutoScaleBoth();
     ArrangeWindows();
     RefreshRows();
     RedrawBoth();
@@ -68,8 +68,7 @@ void SetExpandArea(int startCh, int width) {
     ShowRange(startCh, width);
     CsrX_Change(centre);
     CsrX_ChangeRight(CursorCh(), -1);
-    frmVaelAna.inumScaleX.Value =
-        WidthToUnit(frmVaelAna.UnitX, width, ParamInForce(DataNo()));
+    frmVaelAna.inumScaleX.Value = WidthToUnit(frmVaelAna.UnitX, width, ParamInForce(DataNo()));
     DrawRange();
     TellStatus("Channels " + std::to_string(Shown().Start + 1) + " to " +
                std::to_string(Shown().Start + Shown().Span) + " are shown.");
@@ -122,8 +121,8 @@ void ckbExpand_Click() {
     const auto width = static_cast<int>(v.imnSpanCh.Value);
     const int start = v.hsbStartX.Value;
     v.WinStyle = on ? WindowStyle::Expand : WindowStyle::LineUp;
-    for (Control* control : {static_cast<Control*>(&v.chkFilePile[0]),
-                             static_cast<Control*>(&v.chkFilePile[1])})
+    for (Control* control :
+         {static_cast<Control*>(&v.chkFilePile[0]), static_cast<Control*>(&v.chkFilePile[1])})
         control->Enabled = false;
     v.chkWinStyle.Enabled = !on;
     for (Menu& item : v.mnuWinType) item.Enabled = !on;
@@ -136,14 +135,14 @@ void ckbExpand_Click() {
         ShowRange(channels > 0 ? std::min(start, std::max(0, channels - width)) : start, width);
     } else {
         WindowSpan();
-        if (AnyRowIn(1))
-            for (int win = 0; win < WINDOW_COUNT; ++win) FreeShowSwitch(win);
+        for (int win = 0; win < WINDOW_COUNT; ++win) FreeShowSwitch(win);
     }
     CheckStyleItems();
     FreeStyleControls();
     v.fraGraph[0].Raised = on || v.ActiveWin == 0;
     v.fraGraph[1].Raised = !on && v.ActiveWin == 1;
     HidePeakMemo();
+    ChangeActiveWin(v.ActiveWin);  // the current row may be another one now
     RedrawInStyle();
     TellStatus(on ? "The lower window magnifies the part that is dragged in the upper one."
                   : "Each window has its own graphs.");

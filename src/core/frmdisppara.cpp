@@ -50,6 +50,7 @@ void cmdOk_Click() {
         if (v.optMode[mode].Value) param.MeasureType = Whole16(static_cast<double>(mode));
     v.Visible = false;
     // Where the default calibration is in force the axis and the cursor boxes follow it.
+    HidePeakMemo();
     ShowCursorValues();
     XScaleDraw();
     TellStatus("The default parameters were taken over.");

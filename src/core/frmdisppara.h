@@ -44,8 +44,8 @@ struct DispParaView : View {
 
 inline DispParaView frmDispPara;
 
-/// Shows the sheet. A hidden one is filled anew, so that what "Cancel" left in its boxes never comes
-/// back; one that stands open keeps what is being typed.
+/// Shows the sheet. A hidden one is filled anew, so that what "Cancel" left in its boxes never
+/// comes back; one that stands open keeps what is being typed.
 void ShowDispPara();
 
 }  // namespace vael

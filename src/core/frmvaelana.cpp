@@ -27,6 +27,7 @@ namespace {
 
 void optEGC_Click(int index) {
     store.UseFileEgc = static_cast<std::int16_t>(index);
+    HidePeakMemo();
     ShowCursorValues();
     XScaleDraw();
     TellStatus(index == 1 ? "Each spectrum's own calibration is in force."
@@ -37,7 +38,7 @@ void optEGC_Click(int index) {
 void optEGC_DoubleClick() {
     const ParamRecord& param = ParamInForce(DataNo());
     SetEGCParam(param.EgcCoef);
-    frmVaelAna.txt2Theta.Text = FormatNumber(param.TwoTheta, "0.00000");
+    ShowAngle(param.TwoTheta);
     TellStatus("The calibration in force is shown.");
 }
 
@@ -49,16 +50,18 @@ ParamRecord& TypedParam() {
 void txt2Theta_Take() {
     ParamRecord& param = TypedParam();
     const std::string typed = frmVaelAna.txt2Theta.Text;
-    // What the box shows has fewer digits than the record: leaving it untouched changes nothing.
-    if (typed == FormatNumber(param.TwoTheta, "0.00000")) return;
+    // What the box shows has fewer digits than the record, and may be the spectrum's own angle
+    // while the default is in force: a text that nobody changed is not taken.
+    if (typed == frmVaelAna.AngleShown) return;
     const auto angle = ParseNumber(typed);
-    frmVaelAna.txt2Theta.Text = FormatNumber(angle.value_or(param.TwoTheta), "0.00000");
+    ShowAngle(angle.value_or(param.TwoTheta));
     if (!angle) {
         TellStatus("\"" + typed + "\" is no angle.");
         return;
     }
     if (*angle == param.TwoTheta) return;
     param.TwoTheta = *angle;
+    HidePeakMemo();
     ShowCursorValues();
     XScaleDraw();
     TellStatus("2 theta is " + frmVaelAna.txt2Theta.Text + " degrees.");
@@ -110,19 +113,17 @@ void Hold(std::initializer_list<Control*> controls, const char* why) {
 /// Controls that stand in their place and never work: those without any action, and those whose
 /// command comes in a later release.
 void Withhold(VaelAnaView& v) {
-    Hold({&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop,
-          &v.mnuMcaClear, &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion,
-          &v.cmdFitCancel},
-         "has no action");
-    Hold({&v.mnuProperty,       &v.mnuPrint,         &v.mnuBatchPrint,
-          &v.mnuColor,         &v.mnuCalcSpect,
-          &v.mnuPeakIns,        &v.mnuPeakAllIns,     &v.mnuPeakDelete,    &v.mnuPeakAllDelete,
-          &v.mnuRoiStart,       &v.mnuRoiEnd,         &v.mnuPeakReport,    &v.mnuFitting,
-          &v.mnuFittingAll,     &v.mnuPeakSep,        &v.mnuExpressFit,
-          &v.mnuCons,           &v.cmdManualFitting, &v.cmdShowReport,
-          &v.cmdFiles[2],
-          &v.cmdFiles[3],       &v.cmdEnergy[0],      &v.cmdEnergy[1],     &v.cmdOperation[1],
-          &v.cmdOperation[9],   &v.cmdOperation[10]},
+    Hold(
+        {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
+         &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
+        "has no action");
+    Hold({&v.mnuProperty,      &v.mnuPrint,         &v.mnuBatchPrint, &v.mnuColor,
+          &v.mnuCalcSpect,     &v.mnuPeakIns,       &v.mnuPeakAllIns, &v.mnuPeakDelete,
+          &v.mnuPeakAllDelete, &v.mnuRoiStart,      &v.mnuRoiEnd,     &v.mnuPeakReport,
+          &v.mnuFitting,       &v.mnuFittingAll,    &v.mnuPeakSep,    &v.mnuExpressFit,
+          &v.mnuCons,          &v.cmdManualFitting, &v.cmdShowReport, &v.cmdFiles[2],
+          &v.cmdFiles[3],      &v.cmdEnergy[0],     &v.cmdEnergy[1],  &v.cmdOperation[1],
+          &v.cmdOperation[9],  &v.cmdOperation[10]},
          "comes in a later release");
 }
 
@@ -218,8 +219,8 @@ void CheckableItems(VaelAnaView& v) {
                        &v.mnuLogarithmic, &v.mnuAutomatic, &v.mnuNorScale, &v.mnuWinType[0],
                        &v.mnuWinType[1], &v.mnuExpandOn, &v.mnuExpandOff, &v.mnuSidePanel})
         item->Checkable = true;
-    for (Menu* item : {&v.mnuNaxFit, &v.mnuLine, &v.mnuAutomatic, &v.mnuWinType[0],
-                       &v.mnuExpandOff, &v.mnuSidePanel})
+    for (Menu* item : {&v.mnuNaxFit, &v.mnuLine, &v.mnuAutomatic, &v.mnuWinType[0], &v.mnuExpandOff,
+                       &v.mnuSidePanel})
         item->Checked = true;
     for (Menu* item : {&v.mnuExit, &v.mnuNaxFit, &v.mnuDot, &v.mnuColor, &v.mnuPeakJumpB,
                        &v.mnuRoiStart, &v.mnuPeakReport, &v.mnuSetCons, &v.mnuLogarithmic,
@@ -375,6 +376,11 @@ VaelAnaView::VaelAnaView() : View("frmVaelAna", "Vael (Data Analyze) --- ") {
 int GraphNo() { return GetGrpNo(); }
 
 int DataNo() { return store.GraphList[static_cast<std::size_t>(GraphNo())].DataNo; }
+
+void ShowAngle(double degrees) {
+    frmVaelAna.AngleShown = FormatNumber(degrees, "0.00000");
+    frmVaelAna.txt2Theta.Text = frmVaelAna.AngleShown;
+}
 
 void TellStatus(const std::string& sentence, bool fault) {
     frmVaelAna.lblStatus.Caption = sentence;

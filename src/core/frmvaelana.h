@@ -46,14 +46,15 @@ struct VaelAnaView : View {
     VaelAnaView();
 
     // State of the view, read from outside by the accessors below.
-    int ActiveWin = 0;                  // window 0 or 1 that has the focus of the commands
-    int UnitX = 0;                      // axis unit of the cursor boxes
-    int Cursor = 0;                     // its channel, 0-based; the box shows it from 1
+    int ActiveWin = 0;  // window 0 or 1 that has the focus of the commands
+    int UnitX = 0;      // axis unit of the cursor boxes
+    int Cursor = 0;     // its channel, 0-based; the box shows it from 1
     WindowStyle WinStyle = WindowStyle::LineUp;
     ScaleMode LastScale = ScaleMode::Auto;  // what "Log" goes back to
     std::array<WindowState, 2> Windows;
     Dragging Drag;
-    Spot MemoGrasp;  // where the memo's text is held
+    std::string AngleShown;  // what stood in txt2Theta before the user typed
+    Spot MemoGrasp;          // where the memo's text is held
     AxisScale LowerAxis;
     bool StatusFault = false;           // the status line tells why a command ended
     Colour StripInk = Rgb(50, 54, 60);  // of the axis strips: the desktop follows its palette
@@ -217,6 +218,9 @@ inline VaelAnaView frmVaelAna;
 /// Row of the current graph of the active window, and the slot of that row.
 [[nodiscard]] int GraphNo();
 [[nodiscard]] int DataNo();
+
+/// Puts an angle into `txt2Theta`, degrees.
+void ShowAngle(double degrees);
 
 /// A sentence in the status line, past tense. A fault carries a mark and stays until the next
 /// command.

@@ -10,8 +10,8 @@
 #include "core/frmvaelana.h"
 #include "core/operations.h"
 #include "core/params.h"
-#include "core/scales.h"
 #include "core/saving.h"
+#include "core/scales.h"
 #include "core/store.h"
 #include "core/text.h"
 #include "core/windows.h"
@@ -38,7 +38,7 @@ std::size_t Box(int win, int row) { return static_cast<std::size_t>(win * GRAPH_
 void ShowOwnCalibration(int slot) {
     const ParamRecord& param = Item(store.PropertyRecords, slot).Param;
     SetEGCParam(param.EgcCoef);
-    frmVaelAna.txt2Theta.Text = FormatNumber(param.TwoTheta, "0.00000");
+    ShowAngle(param.TwoTheta);
 }
 
 /// Whether every count can be taken off the largest full scale in 32 bits, as the engine does.
@@ -190,7 +190,7 @@ void ReadGraph(int win, int row, const std::string& path, std::int16_t& ok) {
     }
     SetGraph(win, row, slot, pieces.Base());
     ShowOwnCalibration(slot);
-    AutoScale(win);
+    AutoScaleBoth();  // also the magnifier, and the pile when the other window is the active one
     Change_cboGrphSel(win, row);
     ChangeActiveWin(win);
     RedrawBoth();
@@ -278,7 +278,7 @@ void DeleteGraph(int row) {
     RefreshRows();
     AdjustSelections(selected);
     FreeStyleControls();
-    for (int win = 0; win < WINDOW_COUNT; ++win) AutoScale(win);
+    AutoScaleBoth();
     RedrawBoth();
 }
 
@@ -338,6 +338,16 @@ int GetGrpNo2() {
            frmVaelAna.cboGrphSel[static_cast<std::size_t>(GetRealWinNo())].Index;
 }
 
+void ShowCurrentRow() {
+    const int row = GraphNo();
+    const GraphEntry& entry = RowEntry(row);
+    ShowCursorValues();
+    for (int each = 0; each < WINDOW_COUNT; ++each) ChgAllCaption_chkGrp(each, row);
+    frmVaelAna.itxtGraphName.Text = entry.State > 0 ? entry.Name : "";
+    if (entry.State > 0) ShowOwnCalibration(entry.DataNo);
+    ChangeCurChek(row);
+}
+
 void ChangeActiveWin(int win) {
     VaelAnaView& v = frmVaelAna;
     if (v.ckbExpand.Value == 0) {
@@ -349,6 +359,7 @@ void ChangeActiveWin(int win) {
     RefreshAreaMarks();
     ShowScale();
     ShowDrawKind();
+    ShowCurrentRow();
     const GraphEntry& entry = RowEntry(GraphNo());
     if (entry.State == 0) {
         v.mnuCloseGraph.Caption = "Close Graph";
@@ -367,19 +378,10 @@ void Change_cboGrphSel(int win, int row) {
 void cboGrphSel_Click(int win) {
     VaelAnaView& v = frmVaelAna;
     ChangeActiveWin(win);
-    const int row = GraphNo();
-    const GraphEntry& entry = RowEntry(row);
     HidePeakMemo();
-    ShowCursorValues();
     RefreshCursorMarks();
     XScaleDraw();
-    for (int each = 0; each < WINDOW_COUNT; ++each) ChgAllCaption_chkGrp(each, row);
-    v.itxtGraphName.Text = entry.State > 0 ? entry.Name : "";
-    if (entry.State > 0)
-        ShowOwnCalibration(entry.DataNo);
-    else
-        v.Caption = TITLE;  // not the name of a graph that is gone
-    ChangeCurChek(row);
+    if (RowEntry(GraphNo()).State == 0) v.Caption = TITLE;  // not the name of a graph that is gone
 }
 
 void Add_cboGraphSel() {
@@ -441,7 +443,7 @@ void mnuCloseGraph_Click() {
 
 void mnuGraphKind_Click(const std::string& name) {
     const int row = name.empty() ? FirstRawRow() : RowOfName(name);
-    Change_cboGrphSel(frmVaelAna.ActiveWin, row < 0 ? GRAPH_COUNT : row);
+    Change_cboGrphSel(GetRealWinNo(), row < 0 ? GRAPH_COUNT : row);
     if (row >= 0)
         TellStatus(RowEntry(row).Name + " is the current graph.");
     else
@@ -468,7 +470,7 @@ void chkGrp_Click(int win, int row) {
             WithdrawSlot(entry.DataNo);
         }
         FreeStyleControls();
-        for (int each = 0; each < WINDOW_COUNT; ++each) AutoScale(each);
+        AutoScaleBoth();
         RedrawBoth();
     }
     RefreshRows();

@@ -52,6 +52,9 @@ void ClearAllGrp(std::int16_t& ok);
 /// Count of allocated slots plus the window's list index.
 [[nodiscard]] int GetGrpNo2();
 
+/// The boxes that tell of the current row: cursor values, its name and calibration, the tips of the
+/// rows and the marker in their list.
+void ShowCurrentRow();
 void ChangeActiveWin(int win);
 /// Selects a row in a window and runs the selector's handler; a row that is none is refused.
 void Change_cboGrphSel(int win, int row);

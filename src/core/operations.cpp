@@ -100,10 +100,9 @@ int RowFor(int slot) {
     return row >= 0 ? row : 0;
 }
 
-/// Rows of inserted slots: row 0 is the last inserted one, row 1 the one before.
-void SetDerived(int row, int slot, const char* name) {
-    SetGraph(frmVaelAna.ActiveWin, row, slot, name);
-}
+/// Rows of inserted slots: row 0 is the last inserted one, row 1 the one before. They go to the
+/// real window: the magnifier owns no graphs.
+void SetDerived(int row, int slot, const char* name) { SetGraph(GetRealWinNo(), row, slot, name); }
 
 /// Button 4: the peaks whose centre lies in the area go, after a question.
 void DeletePeaksInArea() {
@@ -117,13 +116,13 @@ void DeletePeaksInArea() {
         const int to = std::max(start, end);
         for (auto found = CountPeakInRegion(peaks, from, to); found.Count > 0;
              found = CountPeakInRegion(peaks, from, to)) {
-            DeletePeak(frmVaelAna.ActiveWin, DataNo(), found.First, peaks, Marks{});
+            DeletePeak(GetRealWinNo(), DataNo(), found.First, peaks, Marks{});
             ++gone;
         }
     }
     std::int16_t ok = FALSE_WORD;
     ResetRoiAll(ok);
-    ShowCursorValues();
+    HidePeakMemo();
     RedrawBoth();
     TellStatus("Deleted " + std::to_string(gone) + (gone == 1 ? " peak." : " peaks."));
 }
@@ -151,28 +150,35 @@ void ToggleArea() {
     chkArea_Click();
 }
 
-void NaxButton(bool smoothFirst) {
-    if (NothingThere()) return;
-    if (smoothFirst) mnuSmooth();
-    VaelAnaView& v = frmVaelAna;
+/// False, with the trouble in the log, when a run-time error ended the fit of the current row.
+bool NaxFitsCurrentRow() {
     const BusyCursor busy;
-    if (smoothFirst) {
-        v.cmdOperation[0].Enabled = false;
-        v.cmdOperation[2].Enabled = false;
-        v.cmdOperation[1].Enabled = true;
-        v.cmdOperation[4].Enabled = true;
-    }
-    const int source = DataNo();
     try {
-        NaxAreaFit(v.ActiveWin, GraphNo());
+        NaxAreaFit(GetRealWinNo(), GraphNo());
+        return true;
     } catch (const std::exception& trouble) {
         PutLog(trouble.what());
-        // Rows may have moved under the selection: the advice to retry is about this one.
-        const int row = RowOfSlot(source);
-        if (row >= 0 && row != GraphNo()) Change_cboGrphSel(v.ActiveWin, row);
-        Say("Fitting was failed. Please change fit parameters(Change BG Coefficient to 5.0) and "
-            "retry");
+        return false;
     }
+}
+
+void NaxButton(bool smoothFirst) {
+    if (NothingThere()) return;
+    if (smoothFirst) {
+        mnuSmooth();
+        auto& buttons = frmVaelAna.cmdOperation;
+        buttons[0].Enabled = false;
+        buttons[2].Enabled = false;
+        buttons[1].Enabled = true;
+        buttons[4].Enabled = true;
+    }
+    const int source = DataNo();
+    if (NaxFitsCurrentRow()) return;
+    // Rows may have moved under the selection: the advice to retry is about this one.
+    const int row = RowOfSlot(source);
+    if (row >= 0 && row != GraphNo()) Change_cboGrphSel(GetRealWinNo(), row);
+    Say("Fitting was failed. Please change fit parameters(Change BG Coefficient to 5.0) and "
+        "retry");
 }
 
 }  // namespace
@@ -195,8 +201,8 @@ void mnuSmooth() {
     SetFlag(slot, DERIVED_SMOOTH);
     const int row = slot == source ? RowFor(slot) : 0;
     SetDerived(row, slot, NAME_SMOOTH);
-    Change_cboGrphSel(frmVaelAna.ActiveWin, row);
-    AutoScale(frmVaelAna.ActiveWin);
+    Change_cboGrphSel(GetRealWinNo(), row);
+    AutoScaleBoth();
     RedrawBoth();
     TellStatus(settings.SmoothingOn == 1 ? "Smoothed into row " + std::to_string(row + 1) + "."
                                          : "Copied into row " + std::to_string(row + 1) +
@@ -210,7 +216,7 @@ void mnuBackGround() {
     const DerivedCounts derived = BackgroundOf(counts);  // first: a fault leaves the rows alone
     const BackSlots slots = TakeBackSlots(source);
     if (!slots.Fine()) return;
-    const int win = frmVaelAna.ActiveWin;
+    const int win = GetRealWinNo();
     const bool backNew = slots.Back != source;
     const bool removedNew = slots.Removed != source;
 
@@ -234,7 +240,7 @@ void mnuBackGround() {
     const int removedRow = removedNew ? 0 : RowFor(slots.Removed);
     SetDerived(removedRow, slots.Removed, NAME_REMOVED);
     Change_cboGrphSel(win, removedRow);
-    AutoScale(win);
+    AutoScaleBoth();
     RedrawBoth();
     TellStatus("Background in row " + std::to_string(backRow + 1) + ", counts above it in row " +
                std::to_string(removedRow + 1) + ".");
@@ -246,12 +252,13 @@ void cmdAutoFit() {
                    std::to_string(store.GraphTotal) + " rows.");
         return;
     }
+    if (NothingThere()) return;  // the one spectrum is in another row than the chosen one
     VaelAnaView& v = frmVaelAna;
     mnuSmooth();
     mnuBackGround();
     {
         const BusyCursor busy;
-        NaxAllFit(v.ActiveWin, GraphNo());
+        NaxAllFit(GetRealWinNo(), GraphNo());
     }
     for (std::size_t k = 1; k <= 4; ++k) v.cmdOperation[k].Enabled = false;
 }
@@ -321,7 +328,7 @@ void NaxAreaFit(int win, int row) {
     NaxAreaFitBackGroundDataSet(from);
     Change_cboGrphSel(win, from);
     store.AreaFitDone = TRUE_WORD;
-    AutoScale(win);
+    AutoScaleBoth();
     RedrawBoth();
 }
 
@@ -353,8 +360,8 @@ void GoToPeak(int direction) {
     if (CursorCh() == before)
         TellStatus(direction == 1 ? "This is the last peak." : "This is the first peak.");
     else
-        TellStatus("Peak " + frmVaelAna.itxtNoPeak.Text + " of " +
-                   std::to_string(peaks.PeakNum) + ".");
+        TellStatus("Peak " + frmVaelAna.itxtNoPeak.Text + " of " + std::to_string(peaks.PeakNum) +
+                   ".");
 }
 
 void SetDrawKind(int kind) {

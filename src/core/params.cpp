@@ -7,6 +7,7 @@
 #include "core/frmvaelana.h"
 #include "core/graphs.h"
 #include "core/operations.h"
+#include "core/scales.h"
 #include "core/text.h"
 #include "core/units.h"
 #include "core/wholefile.h"
@@ -106,10 +107,10 @@ void LoadSteps(const std::string& userFolder) {
     v.cboUnitX.Index = UNIT_CH;
     for (int win = 0; win < WINDOW_COUNT; ++win) Change_cboGrphSel(win, 0);
     v.ActiveWin = 0;
-    v.ckbVtAuto.Value = 1;
     RefreshRows();
     cmdOperationInit();
-    RedrawBoth();
+    SetScaleMode(ScaleMode::Auto);  // the three boxes are one choice; draws both windows
+    TellStatus({});
     ChangeActiveWin(0);
     v.chkCsrType.Value = 1;
 }

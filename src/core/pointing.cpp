@@ -37,9 +37,7 @@ int Reach(int win) {
     return std::max(1, static_cast<int>(std::ceil(GRAB_PIXELS * State(win).Span / width)));
 }
 
-bool OnCursor(int win, double x) {
-    return std::abs(CsrChannel(win, x) - CursorCh()) <= Reach(win);
-}
+bool OnCursor(int win, double x) { return std::abs(CsrChannel(win, x) - CursorCh()) <= Reach(win); }
 
 bool AreaIsSet() {
     std::int16_t start = 0;
@@ -64,8 +62,8 @@ void PutBand(int from, int to) {
         Engine().RegisterMark(0, MARK_BAND, {double(edge), 0.0}, {double(edge), top}, BAND_COLOUR,
                               1);
     for (const double level : {0.0, top})
-        Engine().RegisterMark(0, MARK_BAND, {double(from), level}, {double(to), level},
-                              BAND_COLOUR, 3);
+        Engine().RegisterMark(0, MARK_BAND, {double(from), level}, {double(to), level}, BAND_COLOUR,
+                              3);
     ++frmVaelAna.picGraph[0].Painted;
 }
 
@@ -110,6 +108,11 @@ void StepArea(const std::string& step) {
                    std::to_string(end + 1) + ".");
 }
 
+void EndDrag() {
+    Drag() = {};
+    frmVaelAna.timCursor.Enabled = false;
+}
+
 bool StepKey(const KeyPress& key, const char* sign) {
     if (key.Alt) return false;  // the peak jump of the menu
     const std::string step = sign + std::string(key.Shift ? "20" : "1");
@@ -143,19 +146,20 @@ void PlotMouseDown(int win, MouseButton button, double x, double) {
 }
 
 void PlotMouseMove(int win, MouseButton button, double x, double) {
+    // A release that a dialog or a running command swallowed: the drag is over all the same.
+    if (button == MouseButton::None) EndDrag();
     if (button == MouseButton::Left && Drag().Held != Held::Nothing && Drag().Window == win) {
         Drag().PointerX = x;
         DragTo(win, x);
     }
     ShowCursorValues();
-    if (button != MouseButton::Left) ShapePointer(win, x);
+    ShapePointer(win, x);
 }
 
 void PlotMouseUp(int win, MouseButton button, double x, double) {
     if (button != MouseButton::Left || Drag().Held == Held::Nothing) return;
     const Dragging done = Drag();
-    Drag() = {};
-    frmVaelAna.timCursor.Enabled = false;
+    EndDrag();
     if (done.Held == Held::Band) {
         const int channel = CsrChannel(win, x);
         const int start = std::min(done.From, channel);

@@ -60,7 +60,7 @@ void SetScaleMode(ScaleMode mode) {
     if (mode == ScaleMode::Log && ScaleModeNow() != ScaleMode::Log)
         frmVaelAna.LastScale = ScaleModeNow();
     ShowModes(mode);
-    for (int win = 0; win < WINDOW_COUNT; ++win) AutoScale(win);
+    AutoScaleBoth();
     RedrawBoth();
     TellStatus(mode == ScaleMode::Auto  ? "The vertical scale follows the counts."
                : mode == ScaleMode::Log ? "The vertical axis is logarithmic."
@@ -116,8 +116,7 @@ void FillScaleList() {
 void ShowScale() {
     auto& list = frmVaelAna.itxtScaleY;
     const std::int32_t scale = YFullScale(ActiveWindow());
-    const std::string text =
-        ScaleModeNow() == ScaleMode::Log ? LOG_TEXT : std::to_string(scale);
+    const std::string text = ScaleModeNow() == ScaleMode::Log ? LOG_TEXT : std::to_string(scale);
     const auto found = std::find(list.Items.begin(), list.Items.end(), text);
     list.Index = found == list.Items.end() ? -1 : static_cast<int>(found - list.Items.begin());
     list.Typed = text;

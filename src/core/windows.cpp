@@ -212,6 +212,10 @@ void AutoScale(int win) {
     ApplyScale(win);
 }
 
+void AutoScaleBoth() {
+    for (int win = 0; win < WINDOW_COUNT; ++win) AutoScale(win);
+}
+
 std::int32_t YFullScale(int win) { return State(win).FullScale; }
 
 void SetYFullScale(int win, std::int32_t scale) {

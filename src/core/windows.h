@@ -41,6 +41,7 @@ void WithdrawSlot(int slot);
 
 /// Full scale of a window from the highest count that it shows, while the automatic scale is on.
 void AutoScale(int win);
+void AutoScaleBoth();
 [[nodiscard]] std::int32_t YFullScale(int win);
 /// The same scale by hand: held within the list of full scales; nothing is drawn.
 void SetYFullScale(int win, std::int32_t scale);

@@ -13,8 +13,8 @@ namespace vael {
 class GridModel;
 
 /// Row 0 and column 0 of the record are the heads. A click on a cell with a tick changes the tick,
-/// a click on any other presses the cell; the keys of the arrows move the current cell and press it,
-/// Space does what a click does, and an editable text is typed over. The table never changes by
+/// a click on any other presses the cell; the keys of the arrows move the current cell and press
+/// it, Space does what a click does, and an editable text is typed over. The table never changes by
 /// itself: what the hand did comes back from the record.
 class GridWidget : public QTableView {
     Q_OBJECT

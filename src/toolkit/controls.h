@@ -23,8 +23,8 @@ struct Button : Control {
     Button(View& view, std::string name, std::string caption = {})
         : Control(view, ControlKind::Button, std::move(name)), Caption(std::move(caption)) {}
     std::string Caption;
-    /// "Ctrl+S", empty for none. A plain key is not taken while a box is typed in. A key that a menu
-    /// item has already is not given to a button as well.
+    /// "Ctrl+S", empty for none. A plain key is not taken while a box is typed in. A key that a
+    /// menu item has already is not given to a button as well.
     std::string Shortcut;
     Handler Click;
 };

@@ -1,5 +1,5 @@
-// The kinds of control on their widgets, by mouse and key: tabs, lists, editable list, button with a
-// key, wheel, a frame that is dragged, and a window that keeps its place.
+// The kinds of control on their widgets, by mouse and key: tabs, lists, editable list, button with
+// a key, wheel, a frame that is dragged, and a window that keeps its place.
 #include "kindsworld.h"
 
 #include <QWheelEvent>

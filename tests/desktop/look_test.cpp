@@ -133,7 +133,7 @@ TEST(CursorBoxes, TheirDigitsAreOfOneWidthAndOneSizeLarger) {
 
 TEST(CursorBoxes, TheyNeverChangeTheirPlaceOrWidth) {
     DeskWorld world;
-    std::vector<std::string> names{"inumCursorCh", "inumCursorCnt_0", "itxtNoPeak", "readout",
+    std::vector<std::string> names{"inumCursorCh", "inumCursorCnt_0", "itxtNoPeak", "grpReadout",
                                    "picGraph_0"};
     for (const NumberBox& box : frmVaelAna.inumCursorDisp) names.push_back(box.Name);
     std::vector<QRect> before;

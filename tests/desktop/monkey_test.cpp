@@ -128,9 +128,10 @@ TEST(WindowMonkey, EveryWidgetShowsItsRecordAfterEveryAct) {
     {
         test::DeskWorld world;  // leaves a fresh store and fresh views behind
     }
-    for (const auto& [name, lines] :
-         std::vector<std::pair<std::string, std::vector<GaussLine>>>{
-             {"five.npd", test::FIVE_LINES}, {"one.npd", {{800.0, 5000.0, 9.0}}}, {"flat.npd", {}}}) {
+    for (const auto& [name, lines] : std::vector<std::pair<std::string, std::vector<GaussLine>>>{
+             {"five.npd", test::FIVE_LINES},
+             {"one.npd", {{800.0, 5000.0, 9.0}}},
+             {"flat.npd", {}}}) {
         files.push_back((folder.path() + QLatin1Char('/')).toStdString() + name);
         std::ofstream(files.back(), std::ios::binary) << NpdText(GaussCounts(4096, 60.0, lines));
     }
@@ -144,15 +145,15 @@ TEST(WindowMonkey, EveryWidgetShowsItsRecordAfterEveryAct) {
         frmVaelAna.Visible = true;
         desk.Show();
         const auto breaches = test::Breaches();
-        ASSERT_TRUE(breaches.empty()) << "act " << act << ": " << monkey.LastAct << ": "
-                                      << breaches.front();
+        ASSERT_TRUE(breaches.empty())
+            << "act " << act << ": " << monkey.LastAct << ": " << breaches.front();
         for (const auto& form : desk.Forms()) {
             if (!form->Shown().Visible) continue;
             for (const auto& binding : form->Bindings()) {
                 const std::string what = Differs(*binding);
-                ASSERT_TRUE(what.empty()) << "act " << act << ": " << monkey.LastAct << ": "
-                                          << form->Shown().Name << "." << binding->Record().Name
-                                          << ": " << what;
+                ASSERT_TRUE(what.empty())
+                    << "act " << act << ": " << monkey.LastAct << ": " << form->Shown().Name << "."
+                    << binding->Record().Name << ": " << what;
             }
         }
     }

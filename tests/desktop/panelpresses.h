@@ -1,5 +1,5 @@
-// The presses of the plots' commands: cursor, area, scales, range, styles, the panel's buttons. Each
-// one sees its result in the store or in the records.
+// The presses of the plots' commands: cursor, area, scales, range, styles, the panel's buttons.
+// Each one sees its result in the store or in the records.
 #pragma once
 
 #include "deskworld.h"

@@ -1,4 +1,5 @@
-// What the screenshot tests share: a dark palette, the writing of a picture, the ground they stand on.
+// What the screenshot tests share: a dark palette, the writing of a picture, the ground they stand
+// on.
 #pragma once
 
 #include "deskworld.h"

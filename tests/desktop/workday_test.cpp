@@ -1,5 +1,5 @@
-// A day's work in the real window: journeys by mouse and by keyboard alone, what happens while a fit
-// runs, and how run-time errors end.
+// A day's work in the real window: journeys by mouse and by keyboard alone, what happens while a
+// fit runs, and how run-time errors end.
 #include "deskworld.h"
 
 #include "analysis/frmsetting.h"
@@ -215,9 +215,9 @@ TEST(WorkDay, ByKeyboardAlone) {
 
 TEST(WorkDay, WithoutAnyFileEveryKeyAndTheExitWork) {
     DeskWorld w;
-    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_Home,
-                              Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_F5, Qt::Key_F6})
-    {
+    for (const Qt::Key key :
+         {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End,
+          Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_F5, Qt::Key_F6}) {
         // Without a row the fits say so in the words of the rows.
         if (key == Qt::Key_F5 || key == Qt::Key_F6) w.Desk.Answers.push_back(Answer::Ok);
         w.KeyOn(key);

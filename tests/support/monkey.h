@@ -66,9 +66,10 @@ public:
 
     std::string AnyText() {
         static const std::vector<std::string> texts{
-            "",       "0",    "1",    "-1",    "20",         "4096", "1e9", "99999", "-5.5", "abc",
-            "log",    "auto", "12k",  "3m",    "2147483648", ".",    "+",   "5.",    "0.5",  " 7 ",
-            "\xe3\x82\xb0", "1000", "100", "nan", "inf", "a b;c", "Smooth"};
+            "",           "0",    "1",   "-1",  "20",    "4096",  "1e9",
+            "99999",      "-5.5", "abc", "log", "auto",  "12k",   "3m",
+            "2147483648", ".",    "+",   "5.",  "0.5",   " 7 ",   "\xe3\x82\xb0",
+            "1000",       "100",  "nan", "inf", "a b;c", "Smooth"};
         return AnyOf(texts);
     }
 

@@ -491,14 +491,12 @@ TEST(PeakMemo, ADoubleClickShowsPositionWidthHeightAndArea) {
     EXPECT_FALSE(V().fraMemo[1].Visible);
     EXPECT_EQ(CursorCh(), 1000);
     // 0-based 1000.25 is channel 1001.25; the width is a half width.
-    EXPECT_EQ(V().lblMemo[0].Caption,
-              "Channel=1001.250Ch\rFWHM=11.000Ch\rVal=4321.0\rNet=12345.7");
+    EXPECT_EQ(V().lblMemo[0].Caption, "Channel=1001.250Ch\rFWHM=11.000Ch\rVal=4321.0\rNet=12345.7");
     Pick(V().cboUnitX, 1);
     EXPECT_FALSE(V().fraMemo[0].Visible);
     DoubleClick(w.Plot(0), w.PixelOf(0, 1001), 40);
     // 0.05 + 0.03 * 1001.25 = 30.0875; 11 channels of 0.03 keV.
-    EXPECT_EQ(V().lblMemo[0].Caption,
-              "Enargy=30.088keV\rFWHM=0.330keV\rVal=4321.0\rNet=12345.7");
+    EXPECT_EQ(V().lblMemo[0].Caption, "Enargy=30.088keV\rFWHM=0.330keV\rVal=4321.0\rNet=12345.7");
     DoubleClick(w.Plot(0), w.PixelOf(0, 3000), 40);
     EXPECT_FALSE(V().fraMemo[0].Visible) << "where there is no peak there is no memo";
 }

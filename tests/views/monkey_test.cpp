@@ -51,8 +51,9 @@ public:
     std::optional<FileChoice> SaveFile(const FileDialog&) override {
         if (monkey_.Chance(20)) return std::nullopt;
         ++Saves;
-        static const std::vector<std::string> names{"out.npd", "out.xbm",   "out.xba", "out.xta",
-                                                    "out.csv", "out.weird", "none",    "no/out.npd"};
+        static const std::vector<std::string> names{"out.npd", "out.xbm",   "out.xba",
+                                                    "out.xta", "out.csv",   "out.weird",
+                                                    "none",    "no/out.npd"};
         return FileChoice{.Paths = {folder_ + "/" + monkey_.AnyOf(names)},
                           .FilterIndex = 1 + monkey_.Below(5)};
     }
@@ -104,8 +105,7 @@ int ActsOfRun() {
 std::vector<std::string> Files(const TempFolder& folder) {
     std::vector<std::string> files;
     const auto npd = [&](const std::string& name, int channels, std::vector<GaussLine> lines) {
-        files.push_back(
-            folder.Write(name, NpdText(GaussCounts(channels, 20, lines), name)));
+        files.push_back(folder.Write(name, NpdText(GaussCounts(channels, 20, lines), name)));
     };
     npd("five.npd", 4096,
         {{600, 4000, 9}, {1100, 9000, 10}, {1700, 3000, 11}, {2300, 2500, 12}, {3100, 1500, 13}});
@@ -141,8 +141,8 @@ TEST(Monkey, TwentyThousandRandomActsBreakNothing) {
     for (int act = 0; act < acts; ++act) {
         monkey.Act();
         const auto breaches = test::Breaches();
-        ASSERT_TRUE(breaches.empty()) << "act " << act << ": " << monkey.LastAct << ": "
-                                      << breaches.front();
+        ASSERT_TRUE(breaches.empty())
+            << "act " << act << ": " << monkey.LastAct << ": " << breaches.front();
         mostRows = std::max<int>(mostRows, store.GraphTotal);
         for (const PeakTable& peaks : store.PeakTables)
             mostPeaks = std::max<int>(mostPeaks, peaks.PeakNum);
