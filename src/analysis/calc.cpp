@@ -14,6 +14,7 @@ namespace {
 constexpr double PI_CALC = 3.14159265358979;
 constexpr double LN2 = 0.69314718055994530942;
 constexpr double EXPONENT_LIMIT = 400.0;
+constexpr double LEAST_HALF_WIDTH = 1e-150;  // its square is still a number that divides
 constexpr double LARGEST_COUNT = 9999999.0;
 
 struct SmoothingRow {
@@ -31,17 +32,18 @@ constexpr std::array<SmoothingRow, 4> SMOOTHING{{
     {5, {-36, 9, 44, 69, 84, 89, 84, 69, 44, 9, -36}, 429},
 }};
 
-/// The value of a shape, or 0 with the number of what went wrong.
-double Settled(double value, double halfWidth, int& status) {
+/// True, with the fault's number, for a half width that cannot divide or a value on the way that
+/// left the finite range.
+bool Fails(double halfWidth, double value, int& status) {
     if (halfWidth == 0.0) {
         status = static_cast<int>(FaultNumber::Division);
-        return 0.0;
+        return true;
     }
-    if (!std::isfinite(value)) {
+    if (std::fabs(halfWidth) < LEAST_HALF_WIDTH || !std::isfinite(value)) {
         status = static_cast<int>(FaultNumber::Overflow);
-        return 0.0;
+        return true;
     }
-    return value;
+    return false;
 }
 
 }  // namespace
@@ -62,21 +64,22 @@ double GaussValue(double x, std::span<const double> a, int n, int& status) {
     const double d = x - Item(a, 1);
     const double half = Item(a, 2);
     const double t = -LN2 * (d * d) / (half * half);
-    if (half == 0.0) return Settled(0.0, half, status);
+    if (Fails(half, t, status)) return 0.0;
     if (std::fabs(t) >= EXPONENT_LIMIT) return n >= 4 ? Item(a, 3) : 0.0;
     double value = Item(a, 0) * std::exp(t);
     if (n >= 4) value += Item(a, 3);
     if (n == 5) value += Item(a, 4) * x;
-    return Settled(value, half, status);
+    return Fails(half, value, status) ? 0.0 : value;
 }
 
 double LorentzValue(double x, std::span<const double> a, int n, int& status) {
     const double half = Item(a, 2);
     const double u = (x - Item(a, 1)) / half;
+    if (Fails(half, u * u, status)) return 0.0;
     double value = Item(a, 0) / (1.0 + u * u);
     if (n >= 4) value += Item(a, 3);
     if (n == 5) value += Item(a, 4) * x;
-    return Settled(value, half, status);
+    return Fails(half, value, status) ? 0.0 : value;
 }
 
 double MixValue(double x, std::span<const double> a, int n, int& status) {

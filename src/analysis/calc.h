@@ -27,7 +27,8 @@ namespace vael {
 /// The constant counts from n = 4 on (Mix 5), the slope at n = 5 (Mix 6). Far from its centre
 /// (exponent of 400) a Gaussian is its constant alone, without the slope. A floating failure does
 /// not end the caller: the evaluation gives 0 and writes the fault's number (11 for a half width of
-/// 0, 6 for an overflow) into `status`, which is left alone otherwise.
+/// 0, 6 for one below 1e-150 and for an overflow, also inside the exponent) into `status`, which is
+/// left alone otherwise.
 [[nodiscard]] double GaussValue(double x, std::span<const double> a, int n, int& status);
 [[nodiscard]] double LorentzValue(double x, std::span<const double> a, int n, int& status);
 [[nodiscard]] double MixValue(double x, std::span<const double> a, int n, int& status);

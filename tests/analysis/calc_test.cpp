@@ -90,6 +90,34 @@ TEST(Calc, AFailureInAShapeWritesItsNumberAndDoesNotUnwind) {
     EXPECT_EQ(status, 6);
 }
 
+TEST(Calc, AHalfWidthThatCannotBeSquaredIsAFailureAndNotAFarChannel) {
+    for (const double half : {1e-151, -1e-151, 1e-200, 5e-324}) {
+        const std::array<double, 4> needle{2.0, 10.0, half, 1.0};
+        for (const double x : {10.0, 14.0}) {
+            int status = 0;
+            EXPECT_EQ(GaussValue(x, needle, 4, status), 0.0) << half;
+            EXPECT_EQ(status, 6) << half;
+            status = 0;
+            EXPECT_EQ(LorentzValue(x, needle, 4, status), 0.0) << half;
+            EXPECT_EQ(status, 6) << half;
+        }
+    }
+    const std::array<double, 4> narrow{2.0, 10.0, 1e-140, 1.0};
+    int status = 0;
+    EXPECT_EQ(GaussValue(14.0, narrow, 4, status), 1.0);
+    EXPECT_EQ(status, 0);
+}
+
+TEST(Calc, ACentreBeyondAllNumbersIsAnOverflowInsideTheShape) {
+    const std::array<double, 4> away{2.0, 1e200, 4.0, 1.0};
+    int status = 0;
+    EXPECT_EQ(GaussValue(10.0, away, 4, status), 0.0);
+    EXPECT_EQ(status, 6);
+    status = 0;
+    EXPECT_EQ(LorentzValue(10.0, away, 4, status), 0.0);
+    EXPECT_EQ(status, 6);
+}
+
 TEST(Smoothing, AFlatSpectrumStaysFlatWithEachRow) {
     for (int index = 0; index < 4; ++index) {
         std::vector<std::int32_t> data(50, 137);
