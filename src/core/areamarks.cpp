@@ -99,14 +99,13 @@ void PutAreaMarks(int win) {
     if (!ShowsArea(win)) return;
     const int slot = DataNo();
     for (int index = 0; index < 2; ++index) {
-        AreaMark& mark = Mark(AreaWindow(), index);
-        if (mark.Channel < 0) continue;
+        const int channel = Mark(AreaWindow(), index).Channel;
+        if (channel < 0) continue;
         // On a line that reaches the top the flag stands at the side of the line, not above the
         // picture.
         const double room = PlotTop(win) * FLAG_ROOM;
-        mark.Height = std::min(PlotHeight(win, slot, mark.Channel), room);
-        Mark(win, index).Height = mark.Height;
-        DrawAreaMark(win, index, mark.Channel);
+        Mark(win, index).Height = std::min(PlotHeight(win, slot, channel), room);
+        DrawAreaMark(win, index, channel);
     }
     ++Item(frmVaelAna.picGraph, win).Painted;
 }

@@ -166,10 +166,7 @@ void ShowPeakMemo(int win, int slot, int peak) {
     VaelAnaView& v = frmVaelAna;
     const PeakRecord& record = Item(Item(store.PeakTables, slot).Peak, peak);
     const ParamRecord& param = ParamInForce(slot);
-    int unit = std::max(0, v.cboUnitX.Index);
-    // Like the axis: only a spectrum of the DAC form has an angle.
-    if (unit == UNIT_2THETA && Item(store.PropertyRecords, slot).SourceType != SOURCE_DAC)
-        unit = UNIT_CH;
+    const int unit = AxisUnit();
     // 1. and 2. Position and full width in the unit.
     const double p = ChToUnit(unit, record.Position, param, DacNow());
     const double f = WidthToUnit(unit, record.Width + record.Width, param);

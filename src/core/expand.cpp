@@ -68,7 +68,6 @@ void SetExpandArea(int startCh, int width) {
     ShowRange(startCh, width);
     CsrX_Change(centre);
     CsrX_ChangeRight(CursorCh(), -1);
-    frmVaelAna.inumScaleX.Value = WidthToUnit(frmVaelAna.UnitX, width, ParamInForce(DataNo()));
     DrawRange();
     TellStatus("Channels " + std::to_string(Shown().Start + 1) + " to " +
                std::to_string(Shown().Start + Shown().Span) + " are shown.");
@@ -93,6 +92,17 @@ void PageRange(int direction) {
 
 void RangeToEnd(int direction) {
     MoveRange(direction < 0 ? 0 : store.SpanCh - Shown().Span, Shown().Span);
+}
+
+void StyleAtStart() {
+    VaelAnaView& v = frmVaelAna;
+    v.WinStyle = WindowStyle::LineUp;
+    v.ckbExpand.Value = 0;
+    v.chkWinStyle.Value = 0;
+    v.chkWinStyle.Enabled = true;
+    for (Menu& item : v.mnuWinType) item.Enabled = true;
+    CheckStyleItems();
+    FreeStyleControls();
 }
 
 void FreeStyleControls() {

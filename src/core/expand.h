@@ -17,6 +17,8 @@ void ZoomAbout(int channel, double factor);
 void PageRange(int direction);
 void RangeToEnd(int direction);
 
+/// Start state: each window its own graphs, "Expand" and "PileUp" off and free.
+void StyleAtStart();
 /// "Expand" and "PileUp" may each be chosen only where the other allows; called when rows came or
 /// went.
 void FreeStyleControls();

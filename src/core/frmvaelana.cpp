@@ -160,7 +160,7 @@ void Tips(VaelAnaView& v) {
     v.cmdShowReport.Tip = "Matches the peaks of the current row to a crystal and refines its cell";
     v.cmdMnSelGrp.Tip =
         "Lists the ten rows: which are shown, in which colour, of what sample (Ctrl+G)";
-    v.Command1.Tip = "Shows the calibration and how the current spectrum was measured";
+    v.Command1.Tip = "Edits the default calibration, angle, pressure and temperature";
     v.cmdSidePanel.Tip = "Hides the side panel, or shows it again (F9)";
     v.cboUnitX.Tip = "Unit of the lower axis";
     v.optEGC[0].Tip = "Calibrates with the default polynomial; a double click shows it";

@@ -35,8 +35,7 @@ enum class WindowStyle : std::int16_t { LineUp = 0, Expand = 1, PileUp = 2 };
 struct Dragging {
     enum class What { Nothing, Cursor, Edge, Band } Held = What::Nothing;
     int Window = 0;
-    int Edge = 0;         // of the area: 0 left, 1 right
-    int From = 0;         // channel where a band or an area began
+    int From = 0;         // channel where a band began, or of the edge that stays
     double PointerX = 0;  // where the pointer is, also outside the picture
 };
 

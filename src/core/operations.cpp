@@ -150,9 +150,29 @@ void ToggleArea() {
     chkArea_Click();
 }
 
+/// What a NAX run leaves in the rows "BackGraund" and "BackRemv" for the row `from`.
+void NaxAreaFitBackGroundDataSet(int from) {
+    const int back = RowOfName(NAME_BACKGROUND);
+    const int removed = RowOfName(NAME_REMOVED);
+    StoreNaxBackground(back);
+    SetDerived(back, GetGraphDataNo(back), NAME_BACKGROUND);
+    if (removed < 0) return;
+    StoreBackRemoved(from, back, removed);
+    SetDerived(removed, GetGraphDataNo(removed), NAME_REMOVED);
+}
+
+void SwitchButtonsForFit() {
+    auto& buttons = frmVaelAna.cmdOperation;
+    buttons[0].Enabled = false;
+    buttons[2].Enabled = false;
+    buttons[1].Enabled = true;
+    buttons[4].Enabled = true;
+}
+
 /// False, with the trouble in the log, when a run-time error ended the fit of the current row.
-bool NaxFitsCurrentRow() {
+bool NaxFitsCurrentRow(bool switchButtons) {
     const BusyCursor busy;
+    if (switchButtons) SwitchButtonsForFit();
     try {
         NaxAreaFit(GetRealWinNo(), GraphNo());
         return true;
@@ -164,16 +184,9 @@ bool NaxFitsCurrentRow() {
 
 void NaxButton(bool smoothFirst) {
     if (NothingThere()) return;
-    if (smoothFirst) {
-        mnuSmooth();
-        auto& buttons = frmVaelAna.cmdOperation;
-        buttons[0].Enabled = false;
-        buttons[2].Enabled = false;
-        buttons[1].Enabled = true;
-        buttons[4].Enabled = true;
-    }
+    if (smoothFirst) mnuSmooth();
     const int source = DataNo();
-    if (NaxFitsCurrentRow()) return;
+    if (NaxFitsCurrentRow(smoothFirst)) return;
     // Rows may have moved under the selection: the advice to retry is about this one.
     const int row = RowOfSlot(source);
     if (row >= 0 && row != GraphNo()) Change_cboGrphSel(GetRealWinNo(), row);
@@ -298,17 +311,6 @@ void StoreBackRemoved(int src, int back, int removed) {
     for (std::size_t i = 0; i < DEFAULT_CHANNELS; ++i)
         target.Count[i] =
             below.Count[i] > 0 ? Int32(source.Count[i]) - Int32(below.Count[i]) : Int32(0);
-}
-
-/// What a NAX run leaves in the rows "BackGraund" and "BackRemv" for the row `from`.
-static void NaxAreaFitBackGroundDataSet(int from) {
-    const int back = RowOfName(NAME_BACKGROUND);
-    const int removed = RowOfName(NAME_REMOVED);
-    StoreNaxBackground(back);
-    SetDerived(back, GetGraphDataNo(back), NAME_BACKGROUND);
-    if (removed < 0) return;
-    StoreBackRemoved(from, back, removed);
-    SetDerived(removed, GetGraphDataNo(removed), NAME_REMOVED);
 }
 
 void NaxAreaFit(int win, int row) {

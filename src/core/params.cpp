@@ -1,6 +1,7 @@
 // What the program keeps between runs, how it starts and how it ends.
 #include "core/params.h"
 
+#include "core/expand.h"
 #include "core/fault.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
@@ -88,6 +89,11 @@ void LoadSteps(const std::string& userFolder) {
     store.SpanCh = DEFAULT_CHANNELS;
     v.ActiveWin = 0;
     v.UnitX = UNIT_CH;
+    v.Cursor = 0;
+    v.inumCursorCh.Value = 1.0;
+    v.Drag = {};
+    v.timCursor.Enabled = false;
+    StyleAtStart();
     for (auto& box : v.chkFilePile) {
         box.Enabled = false;
         box.Value = 0;

@@ -72,12 +72,8 @@ void DragTo(int win, double x) {
     const int channel = CsrChannel(win, x);
     switch (Drag().Held) {
         case Held::Cursor: spnCursor_SpinUpDown(std::to_string(channel)); break;
-        case Held::Edge: {
-            // An edge that is dragged across the other one becomes the other one.
-            SetArea(Drag().From, channel);
-            Drag().Edge = channel < Drag().From ? 0 : 1;
-            break;
-        }
+        // An edge that is dragged across the other one becomes the other one.
+        case Held::Edge: SetArea(Drag().From, channel); break;
         case Held::Band: PutBand(Drag().From, channel); break;
         case Held::Nothing: break;
     }
@@ -86,7 +82,6 @@ void DragTo(int win, double x) {
 /// The end of an area that stays while the other one is dragged.
 void TakeEdge(int win, int edge) {
     Drag().Held = Held::Edge;
-    Drag().Edge = edge;
     Drag().From = Item(State(AreaWindow()).Area, 1 - edge).Channel;
     if (Drag().From < 0) Drag().From = CsrChannel(win, Drag().PointerX);
 }

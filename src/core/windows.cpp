@@ -156,8 +156,7 @@ void ShowRange(int start, int span) {
     v.hsbStartX.Large = std::max(1, span / 2);
     v.hsbStartX.Value = start;
     v.imnSpanCh.Value = span;
-    v.inumScaleX.Value =
-        v.UnitX == UNIT_CH ? span : WidthToUnit(v.UnitX, span, ParamInForce(DataNo()));
+    v.inumScaleX.Value = WidthToUnit(AxisUnit(), span, ParamInForce(DataNo()));
     for (int win = RangeWindow(); win < WINDOW_COUNT; ++win) {
         State(win).Start = start;
         State(win).Span = span;
@@ -270,25 +269,28 @@ void EraseWindows() {
     }
 }
 
+int AxisUnit() {
+    const int unit = std::max(0, frmVaelAna.cboUnitX.Index);
+    const bool angle = Item(store.PropertyRecords, DataNo()).SourceType == SOURCE_DAC;
+    return unit == UNIT_2THETA && !angle ? int{UNIT_CH} : unit;
+}
+
 void XScaleDraw() {
     VaelAnaView& v = frmVaelAna;
     Picture& strip = v.picSubScale;
     const int slot = DataNo();
     const PropertyRecord& prop = Item(store.PropertyRecords, slot);
     const ParamRecord& inForce = ParamInForce(slot);
-    int unit = v.cboUnitX.Index;
-    // Only a spectrum of the DAC form has an angle axis.
-    if (unit == UNIT_2THETA && prop.SourceType != SOURCE_DAC) unit = UNIT_CH;
     strip.Paper().ScaleReset();
     strip.Paper().Clear(v.StripBack);
     XScaleDraw(strip.Paper(),
-               {.Unit = unit,
+               {.Unit = AxisUnit(),
                 .Ticks = X_TICKS,
                 .Span = v.imnSpanCh.Value,
                 .Start = static_cast<double>(v.hsbStartX.Value),
                 .OwnTwoTheta = prop.Param.TwoTheta},
                inForce, DacNow(), v.LowerAxis, v.StripInk);
-    v.inumScaleX.Value = WidthToUnit(std::max(0, unit), v.imnSpanCh.Value, inForce);
+    v.inumScaleX.Value = WidthToUnit(AxisUnit(), v.imnSpanCh.Value, inForce);
     ++strip.Painted;
 }
 

@@ -57,6 +57,8 @@ void RedrawWindow(int win);  // plot, marks and count axis
 void RedrawBoth();
 void EraseWindows();  // takes all graphs off and clears both pictures
 
+/// The unit of `cboUnitX`; channels instead of an angle that only spectra of the DAC form have.
+[[nodiscard]] int AxisUnit();
 /// The lower axis in the unit of `cboUnitX`, with the current graph's calibration in force.
 void XScaleDraw();
 

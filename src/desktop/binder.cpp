@@ -165,9 +165,10 @@ void WireLine(Box& record, QLineEdit& widget, const Again& again) {
                      [&record, again](const QString& text) {
                          if (!Type(record, FromQt(text))) again();
                      });
-    QObject::connect(&widget, &QLineEdit::returnPressed, &widget, [&record, again] {
+    QObject::connect(&widget, &QLineEdit::returnPressed, &widget, [&record, &widget, again] {
         PressEnter(record);
         again();
+        EndTyping(widget);
     });
     QObject::connect(&widget, &QLineEdit::editingFinished, &widget, [&record, &widget, again] {
         if (TypedBox() != &record) return;

@@ -36,9 +36,10 @@ void WireTyping(ListBox& record, QComboBox& widget, const std::function<void()>&
     QObject::connect(line, &QLineEdit::textEdited, line, [&record, again](const QString& text) {
         if (!Type(record, text.toStdString())) again();
     });
-    QObject::connect(line, &QLineEdit::returnPressed, line, [&record, again] {
+    QObject::connect(line, &QLineEdit::returnPressed, line, [&record, line, again] {
         PressEnter(record);
         again();
+        EndTyping(*line);
     });
     QObject::connect(line, &QLineEdit::editingFinished, line, [&record, &widget, again] {
         if (TypedBox() != &record) return;

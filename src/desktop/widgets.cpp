@@ -33,6 +33,11 @@ MouseButton ButtonsOf(Qt::MouseButtons buttons) {
     return buttons.testFlag(Qt::RightButton) ? MouseButton::Right : MouseButton::None;
 }
 
+void EndTyping(QWidget& box) {
+    QWidget* window = box.window();
+    if (window->property("enterEndsTyping").toBool()) window->setFocus();
+}
+
 // --- picture -----------
 
 PictureWidget::PictureWidget(QWidget* parent) : QWidget(parent) {
@@ -46,6 +51,7 @@ void PictureWidget::Bind(Picture& record, std::function<void()> refitted) {
     Refit();
     record.PutOn(&surface_);
     setMouseTracking(true);
+    setFocusPolicy(Qt::ClickFocus);  // a click into it ends the typing in a box
 }
 
 int PictureWidget::Overhang() const { return property("overhang").toInt(); }

@@ -17,6 +17,10 @@ namespace vael {
 [[nodiscard]] MouseButton ButtonOf(Qt::MouseButton button);
 [[nodiscard]] MouseButton ButtonsOf(Qt::MouseButtons buttons);
 
+/// After Enter in a box the keys go back to the window, where its form asks for it (the dynamic
+/// property "enterEndsTyping"): the keys of the main window are those of its plots.
+void EndTyping(QWidget& box);
+
 /// Shows the image that a Picture record is drawn on, and carries the mouse to the record. It never
 /// draws by itself: only a change of size asks for a redraw. The dynamic property "overhang" is the
 /// room above and below the drawing for labels centred on its edge.

@@ -249,6 +249,29 @@ TEST(Typing, KeepsItsOwnKeysAndGivesTheOthersBackAfterwards) {
     EXPECT_EQ(CursorCh(), 501);
 }
 
+TEST(Typing, EndsWithEnterOrAClickIntoAPlotAndTheKeysGoOnThere) {
+    Day w;
+    w.Open({w.One});
+    w.Main().activateWindow();
+    const auto keyWhereTheFocusIs = [](Qt::Key key) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+    };
+    for (const Control* box : {static_cast<const Control*>(&V().imnSpanCh),
+                               static_cast<const Control*>(&V().itxtScaleY)}) {
+        CsrX_Change(500);
+        w.TypeInto(*box, "2000", Qt::Key_Return);
+        keyWhereTheFocusIs(Qt::Key_Right);
+        EXPECT_EQ(CursorCh(), 501) << box->Name;
+    }
+    auto& box = w.Widget<QLineEdit>(V(), "txt2Theta");
+    QTest::mouseClick(&box, Qt::LeftButton);
+    ASSERT_EQ(QApplication::focusWidget(), &box);
+    QTest::mouseClick(&w.Plot(0), Qt::LeftButton, {}, w.PlaceOf(0, V().Windows[0].Start + 40));
+    const int clicked = CursorCh();
+    keyWhereTheFocusIs(Qt::Key_Right);
+    EXPECT_EQ(CursorCh(), clicked + 1);
+}
+
 // --- while a fit runs -----------
 
 TEST(RunningFit, SwallowsEveryActCountsItsGroupsAndKeepsTheStore) {

@@ -1,4 +1,5 @@
 // The vertical scale, the shown range, Expand and PileUp of the main view.
+#include "support/monkey.h"
 #include "support/plotted.h"
 
 #include "core/areamarks.h"
@@ -433,6 +434,27 @@ TEST(ShowSwitches, OneWindowAtLeastIsShown) {
     Tick(V().chkFilePile[1]);
     EXPECT_EQ(V().chkFilePile[1].Value, 1);
     EXPECT_TRUE(V().fraGraph[1].Visible);
+}
+
+TEST(SecondStart, LeavesNoStyleCursorOrDragOfTheFormerWork) {
+    for (const bool expand : {true, false}) {
+        Plotted w;
+        w.Open({w.Spectrum("long.npd", 8192)});
+        Tick(expand ? V().ckbExpand : V().chkWinStyle);
+        CsrX_Change(8000);
+        MouseDown(w.Plot(0), MouseButton::Left, 300, 50);
+        Form_Load_Proc();
+        EXPECT_EQ(V().WinStyle, WindowStyle::LineUp);
+        EXPECT_EQ(V().ckbExpand.Value + V().chkWinStyle.Value, 0);
+        EXPECT_TRUE(V().ckbExpand.Enabled && V().chkWinStyle.Enabled);
+        EXPECT_TRUE(V().mnuWinType[0].Enabled && V().mnuWinType[0].Checked);
+        EXPECT_TRUE(V().mnuExpandOff.Checked);
+        EXPECT_TRUE(V().fraGraph[0].Visible && V().fraGraph[1].Visible);
+        EXPECT_EQ(CursorCh(), 0);
+        EXPECT_EQ(V().inumCursorCh.Value, 1.0);
+        EXPECT_FALSE(V().timCursor.Enabled);
+        EXPECT_EQ(test::Breaches(), std::vector<std::string>{});
+    }
 }
 
 // --- what else the panel does -----------
