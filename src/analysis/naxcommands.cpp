@@ -2,11 +2,12 @@
 #include "analysis/naxcommands.h"
 
 #include "analysis/naxwalk.h"
-#include "analysis/peak.h"
 #include "core/fault.h"
+#include "core/fitgraph.h"
 #include "core/frmlog.h"
 #include "core/frmvaelana.h"
 #include "core/graphs.h"
+#include "core/regionmarks.h"
 #include "core/store.h"
 #include "core/windows.h"
 #include "toolkit/hand.h"
@@ -43,35 +44,12 @@ NaxTarget TargetFor(int window, int slot) {
             .Background = store.BackGroundBuf};
 }
 
-/// The slot that takes the fit curve of `source`, and its row; slot -1 where there is no room.
-struct FitPlace {
-    int Slot = -1;
-    int Row = -1;
-};
-
-FitPlace PlaceForFit(int source) {
-    if ((Item(store.PropertyRecords, source).Param.DerivedFlags & DERIVED_FIT) != 0)
-        return {source, RowOfSlot(source)};
-    if (const int row = RowOfName(NAME_FIT); row >= 0) return {GetGraphDataNo(row), row};
-    return {InsertGraph(), 0};
-}
-
-/// Curve, property and peaks of `source` into the fit graph; bit 16 on that slot and on no other,
-/// so that no fit overwrites counts.
+/// The fit graph of `source` with the run's peaks, which becomes the current row.
 void ShowFit(int window, int source) {
-    const FitPlace place = PlaceForFit(source);
-    if (place.Slot < 0) return;
-    const PeakTable& peaks = Item(store.PeakTables, source);
-    MakeFitGraph(Item(store.SpectrumDatas, source), peaks, Item(store.SpectrumDatas, place.Slot),
-                 ALL_BITS, 4);
-    if (place.Slot != source) {
-        Item(store.PropertyRecords, place.Slot) = Item(store.PropertyRecords, source);
-        Item(store.PeakTables, place.Slot) = peaks;
-    }
-    Item(store.PropertyRecords, place.Slot).Param.DerivedFlags |= DERIVED_FIT;
-    SetGraph(window, place.Row, place.Slot, NAME_FIT);
+    const int row = PutFitGraph(window, source, FitRow::Named);
+    if (row < 0) return;
     AutoScaleBoth();
-    Change_cboGrphSel(window, place.Row);
+    Change_cboGrphSel(window, row);
     RedrawBoth();
 }
 
@@ -96,7 +74,7 @@ void NaxAllFit(int window, int graph) {
         TellStatus("Fit: no peaks were found.");
         return;
     }
-    NaxStoreAll(result, run.FuncType, TargetFor(window, slot), Marks{});
+    NaxStoreAll(result, run.FuncType, TargetFor(window, slot), RegionMarks());
     ShowFit(window, slot);
     const int count = Item(store.PeakTables, slot).PeakNum;
     TellStatus("Fit: " + std::to_string(count) + (count == 1 ? " peak" : " peaks") + " in " +
@@ -110,7 +88,7 @@ int NaxManualFit(int window, int graph, const NaxManualInput& input) {
     const NaxResult result =
         NaxFitManual(input, Item(store.SpectrumDatas, slot), run, *state, FitTalk());
     if (result.Result != 0) return -1;
-    NaxStoreManual(result, run.FuncType, TargetFor(window, slot), Marks{});
+    NaxStoreManual(result, run.FuncType, TargetFor(window, slot), RegionMarks());
     ShowFit(window, slot);
     return 0;
 }

@@ -11,6 +11,7 @@
 #include "core/frmlog.h"
 #include "core/frmvaelana.h"
 #include "core/graphs.h"
+#include "core/regionmarks.h"
 #include "core/store.h"
 #include "core/text.h"
 #include "core/windows.h"
@@ -116,7 +117,7 @@ void DeletePeaksInArea() {
         const int to = std::max(start, end);
         for (auto found = CountPeakInRegion(peaks, from, to); found.Count > 0;
              found = CountPeakInRegion(peaks, from, to)) {
-            DeletePeak(GetRealWinNo(), DataNo(), found.First, peaks, Marks{});
+            DeletePeak(GetRealWinNo(), DataNo(), found.First, peaks, RegionMarks());
             ++gone;
         }
     }

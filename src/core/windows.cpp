@@ -8,6 +8,7 @@
 #include "core/frmlog.h"
 #include "core/graphs.h"
 #include "core/pointing.h"
+#include "core/regionmarks.h"
 #include "core/scales.h"
 #include "core/store.h"
 #include "core/text.h"
@@ -247,8 +248,14 @@ void RedrawWindow(int win) {
     Engine().Target(win).Canvas = &plot.Paper();
     Engine().Target(win).BackColor = Item(store.ColorTable, ROLE_WINDOW_BACK + win);
     Engine().DropMarks(win);  // the new picture has none
+    for (const GraphEntry& entry : store.GraphList)
+        if (Draws(win, entry)) ColourRegions(entry.DataNo);
     Engine().Replot(win);
-    if (frmVaelAna.chkPeakParameter.Value != 0) Engine().DrawPeakMarks(win, store.PeakTables);
+    DrawRoiLabels(win);
+    if (frmVaelAna.chkPeakParameter.Value != 0) {
+        Engine().DrawPeakMarks(win, store.PeakTables);
+        DrawPeakNumbers(win);
+    }
     PutCursorMark(win);
     PutAreaMarks(win);
     if (win == 0) RefreshBand();

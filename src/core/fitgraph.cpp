@@ -1,0 +1,63 @@
+// The fit graph: where the curve of a slot's peaks goes.
+#include "core/fitgraph.h"
+
+#include "analysis/peak.h"
+#include "core/fault.h"
+#include "core/graphs.h"
+#include "core/store.h"
+
+namespace vael {
+namespace {
+
+PropertyRecord& Property(int slot) { return Item(store.PropertyRecords, slot); }
+
+/// The same measurement in the same state: file, sample, time, and what was derived from it.
+bool SameSpectrum(const PropertyRecord& source, const PropertyRecord& fit) {
+    return source.FileName == fit.FileName && source.SampleName == fit.SampleName &&
+           source.OpDate == fit.OpDate && source.OpTime == fit.OpTime &&
+           (source.Param.DerivedFlags | DERIVED_FIT) == fit.Param.DerivedFlags;
+}
+
+/// Row of the fit graph that the source got before, or -1.
+int OwnFitRow(int source) {
+    for (int row = 0; row < GRAPH_COUNT; ++row) {
+        const GraphEntry& entry = Item(store.GraphList, row);
+        if (entry.State != 0 && entry.Name == NAME_FIT && entry.DataNo != source &&
+            SameSpectrum(Property(source), Property(entry.DataNo)))
+            return row;
+    }
+    return -1;
+}
+
+struct FitPlace {
+    int Slot = -1;
+    int Row = -1;
+};
+
+FitPlace PlaceForFit(int source, FitRow which) {
+    if ((Property(source).Param.DerivedFlags & DERIVED_FIT) != 0)
+        return {source, RowOfSlot(source)};
+    const int row = which == FitRow::Named ? RowOfName(NAME_FIT) : OwnFitRow(source);
+    if (row >= 0) return {GetGraphDataNo(row), row};
+    return {InsertGraph(), 0};
+}
+
+}  // namespace
+
+int PutFitGraph(int window, int source, FitRow which) {
+    const PeakTable peaks = Item(store.PeakTables, source);
+    SpectrumData curve{};  // worked out before rows move
+    MakeFitGraph(Item(store.SpectrumDatas, source), peaks, curve, ALL_BITS, 4);
+    const FitPlace place = PlaceForFit(source, which);
+    if (place.Slot < 0) return -1;
+    Item(store.SpectrumDatas, place.Slot) = curve;
+    if (place.Slot != source) {
+        Property(place.Slot) = Property(source);
+        Item(store.PeakTables, place.Slot) = peaks;
+    }
+    Property(place.Slot).Param.DerivedFlags |= DERIVED_FIT;
+    SetGraph(window, place.Row, place.Slot, NAME_FIT);
+    return place.Row;
+}
+
+}  // namespace vael

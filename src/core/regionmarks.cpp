@@ -1,0 +1,137 @@
+// Marks of regions and peaks on the plots: the coloured part of a curve, and the numbers above it.
+#include "core/regionmarks.h"
+
+#include "analysis/peak.h"
+#include "core/fault.h"
+#include "core/frmvaelana.h"
+#include "core/store.h"
+#include "core/windows.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string>
+
+namespace vael {
+namespace {
+
+// Roles of the colour table that a mark takes.
+constexpr int ROLE_PEAK_CURVE = SLOT_COUNT;
+constexpr int ROLE_PEAK_MARK = SLOT_COUNT + 3;
+constexpr int ROLE_ROI_LINE = SLOT_COUNT + 5;
+constexpr int ROLE_ROI_TEXT = SLOT_COUNT + 6;
+
+constexpr double NUMBER_POINTS = 8.0;
+
+/// A stroke's colour 0 means the graph's own, so black is drawn as the darkest grey.
+Colour StrokeColour(Colour colour) { return colour == 0 ? Rgb(1, 1, 1) : colour; }
+
+bool DrawnIn(int win, int slot) { return Item(Engine().Target(win).Graph, slot).GraphInUse != 0; }
+
+/// Colours the strokes of a slot in both windows; what lies outside the channels is left out.
+void Stroke(int slot, int start, int end, Colour colour) {
+    if (slot < 0 || slot >= SLOT_COUNT) return;
+    const int from = std::max(start, 0);
+    const int to = std::min(end, MAX_CHANNELS - 1);
+    for (int win = 0; win < WINDOW_COUNT; ++win)
+        if (DrawnIn(win, slot)) Engine().SetPlotColor(win, slot, from, to, colour);
+}
+
+/// Writes numbers from left to right on a plot and leaves out those that would touch the one
+/// before.
+class NumberWriter {
+public:
+    explicit NumberWriter(int win) : win_(win), canvas_(*Engine().Target(win).Canvas) {
+        Engine().ScaleCanvas(win);
+        points_ = canvas_.FontSize;
+        canvas_.FontSize = NUMBER_POINTS;
+    }
+    ~NumberWriter() { canvas_.FontSize = points_; }
+    NumberWriter(const NumberWriter&) = delete;
+    NumberWriter& operator=(const NumberWriter&) = delete;
+
+    /// A number above `height` at a channel, held inside the picture.
+    void Write(double channel, double height, int number, Colour colour) {
+        const WindowState& window = Item(frmVaelAna.Windows, win_);
+        if (channel < window.Start || channel > window.Start + window.Span - 1) return;
+        const std::string text = std::to_string(number);
+        const double width = canvas_.TextWidth(text);
+        const double tall = canvas_.TextHeight(text);
+        const double left = channel - width / 2.0;
+        if (left < free_) return;
+        canvas_.CurrentX = left;
+        canvas_.CurrentY = std::min(height + tall * GAP, PlotTop(win_));
+        canvas_.Print(text, colour);
+        free_ = left + width + canvas_.PixelUnit().Width * 2.0;
+    }
+
+private:
+    static constexpr double GAP = 1.3;  // of its height: from the curve to the number's top
+    int win_;
+    Canvas& canvas_;
+    double points_ = 0.0;
+    double free_ = -std::numeric_limits<double>::infinity();
+};
+
+bool CanWrite(int win) { return Engine().Target(win).Canvas != nullptr && PlotTop(win) > 0.0; }
+
+}  // namespace
+
+Colour PeakColor() { return Item(store.ColorTable, ROLE_PEAK_CURVE); }
+
+Colour RoiColor() { return Item(store.ColorTable, ROLE_ROI_LINE); }
+
+Marks RegionMarks() {
+    Marks marks;
+    marks.draw = [](int, int slot, int start, int end, Colour colour) {
+        Stroke(slot, start, end, StrokeColour(colour));
+    };
+    marks.erase = [](int, int slot, int start, int end, Colour) { Stroke(slot, start, end, 0); };
+    marks.PeakColor = PeakColor();
+    return marks;
+}
+
+void ColourRegions(int slot) {
+    Stroke(slot, 0, MAX_CHANNELS - 1, 0);
+    const PeakTable& peaks = Item(store.PeakTables, slot);
+    const bool fit = (Item(store.PropertyRecords, slot).Param.DerivedFlags & DERIVED_FIT) != 0;
+    for (int i = 0; i < peaks.PeakNum && !fit; ++i) {
+        const PeakRecord& peak = Item(peaks.Peak, i);
+        Stroke(slot, peak.StartCh, peak.EndCh, StrokeColour(PeakColor()));
+    }
+    for (int i = 0; i < store.Rois.RoiNum; ++i) {
+        const RoiRecord& roi = Item(store.Rois.RoiTable, i);
+        if (roi.DataNo == slot) Stroke(slot, roi.StartCh, roi.EndCh, StrokeColour(roi.Color));
+    }
+}
+
+void DrawRoiLabels(int win) {
+    if (!CanWrite(win) || store.Rois.RoiNum == 0) return;
+    NumberWriter writer(win);
+    for (int i = 0; i < store.Rois.RoiNum; ++i) {
+        const RoiRecord& roi = Item(store.Rois.RoiTable, i);
+        if (roi.DataNo >= SLOT_COUNT || !DrawnIn(win, roi.DataNo)) continue;
+        const double middle = (roi.StartCh + roi.EndCh) / 2.0;
+        double height = 0.0;
+        for (int ch = std::max<int>(roi.StartCh, 0); ch <= roi.EndCh; ++ch)
+            height = std::max(height, PlotHeight(win, roi.DataNo, ch));
+        writer.Write(middle, height, i + 1, Item(store.ColorTable, ROLE_ROI_TEXT));
+    }
+}
+
+void DrawPeakNumbers(int win) {
+    const int slot = DataNo();
+    if (!CanWrite(win) || Item(store.GraphList, GraphNo()).State == 0 || !DrawnIn(win, slot))
+        return;
+    const PeakTable& peaks = Item(store.PeakTables, slot);
+    if (peaks.PeakNum == 0) return;
+    NumberWriter writer(win);
+    for (int i = 0; i < peaks.PeakNum; ++i) {
+        const double position = Item(peaks.Peak, i).Position;
+        const int ch = static_cast<int>(std::clamp(std::round(position), 0.0, MAX_CHANNELS - 1.0));
+        writer.Write(position, PlotHeight(win, slot, ch), i + 1,
+                     Item(store.ColorTable, ROLE_PEAK_MARK));
+    }
+}
+
+}  // namespace vael
