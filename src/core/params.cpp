@@ -1,6 +1,8 @@
 // What the program keeps between runs, how it starts and how it ends.
 #include "core/params.h"
 
+#include "analysis/roicommands.h"
+
 #include "core/expand.h"
 #include "core/fault.h"
 #include "core/frmlog.h"
@@ -100,7 +102,7 @@ void LoadSteps(const std::string& userFolder) {
     }
     WindowSetup();
     v.mnuMcaStop.Enabled = false;
-    v.mnuRoiEnd.Enabled = false;
+    ForgetRoiStart();
     for (auto& memo : v.fraMemo) memo.Visible = false;
     constexpr std::array<int, 5> SHOWN{UNIT_CH, UNIT_KEV, UNIT_D, UNIT_Q, UNIT_2THETA};
     for (std::size_t k = 0; k < SHOWN.size(); ++k) {
