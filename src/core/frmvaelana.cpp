@@ -1,6 +1,8 @@
 // The main view: two graph windows, the button panel, the menus, and the public accessors.
 #include "core/frmvaelana.h"
 
+#include "analysis/frmpeakreport.h"
+#include "analysis/frmroireport.h"
 #include "analysis/frmsetting.h"
 #include "core/areamarks.h"
 #include "core/cursors.h"
@@ -117,13 +119,12 @@ void Withhold(VaelAnaView& v) {
         {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
-    Hold({&v.mnuProperty,      &v.mnuPrint,         &v.mnuBatchPrint, &v.mnuColor,
-          &v.mnuCalcSpect,     &v.mnuPeakIns,       &v.mnuPeakAllIns, &v.mnuPeakDelete,
-          &v.mnuPeakAllDelete, &v.mnuRoiStart,      &v.mnuRoiEnd,     &v.mnuPeakReport,
-          &v.mnuFitting,       &v.mnuFittingAll,    &v.mnuPeakSep,    &v.mnuExpressFit,
-          &v.mnuCons,          &v.cmdManualFitting, &v.cmdShowReport, &v.cmdFiles[2],
-          &v.cmdFiles[3],      &v.cmdEnergy[0],     &v.cmdEnergy[1],  &v.cmdOperation[1],
-          &v.cmdOperation[9],  &v.cmdOperation[10]},
+    Hold({&v.mnuProperty,      &v.mnuPrint,      &v.mnuBatchPrint,   &v.mnuColor,
+          &v.mnuCalcSpect,     &v.mnuPeakIns,    &v.mnuPeakAllIns,   &v.mnuPeakDelete,
+          &v.mnuPeakAllDelete, &v.mnuRoiStart,   &v.mnuRoiEnd,       &v.mnuFitting,
+          &v.mnuFittingAll,    &v.mnuPeakSep,    &v.mnuExpressFit,   &v.mnuCons,
+          &v.cmdManualFitting, &v.cmdShowReport, &v.cmdFiles[2],     &v.cmdFiles[3],
+          &v.cmdEnergy[0],     &v.cmdEnergy[1],  &v.cmdOperation[1], &v.cmdOperation[9]},
          "comes in a later release");
 }
 
@@ -139,7 +140,7 @@ void Tips(VaelAnaView& v) {
         "Spreads the area over the whole axis, or takes it off (F8)",
         "Moves the cursor to the next peak of the current row (Alt+Right)",
         "Matches the peaks of the current row to a crystal and refines its cell",
-        "Lists the peaks of the current row",
+        "Lists the peaks of the current row (Ctrl+R)",
         "Moves the cursor one channel down (Left; with Shift 20 channels, with Ctrl it marks an "
         "area)",
         "Moves the cursor one channel up (Right; with Shift 20 channels, with Ctrl it marks an "
@@ -165,6 +166,7 @@ void Tips(VaelAnaView& v) {
     v.cboUnitX.Tip = "Unit of the lower axis";
     v.optEGC[0].Tip = "Calibrates with the default polynomial; a double click shows it";
     v.optEGC[1].Tip = "Calibrates with each file's own polynomial; a double click shows it";
+    v.itxtNoRoi.Tip = "Number of the region at the cursor; a double click lists the regions";
     v.txt2Theta.Tip = "Angle of the calibration in force; Enter stores it";
     v.spnCursor[0].Tip = "Moves the cursor one channel down (Left)";
     v.spnCursor[1].Tip = "Moves the cursor one channel up (Right)";
@@ -198,6 +200,7 @@ void Keys(VaelAnaView& v) {
     v.mnuBackGround.Shortcut = "Ctrl+B";
     v.mnuPeakJumpB.Shortcut = "Alt+Left";
     v.mnuPeakJumpN.Shortcut = "Alt+Right";
+    v.mnuPeakReport.Shortcut = "Ctrl+R";
     v.mnuLogText.Shortcut = "Ctrl+L";
     v.mnuWinType[0].Shortcut = "Ctrl+I";
     v.mnuWinType[1].Shortcut = "Ctrl+U";
@@ -283,6 +286,8 @@ void WireMenus(VaelAnaView& v) {
     v.mnuLogText.Click = mnuLogText_Click;
     v.mnuSetCons.Click = ShowSetting;
     v.Command1.Click = ShowDispPara;
+    v.mnuPeakReport.Click = ShowPeakReport;
+    v.mnuRoiReport.Click = ShowRoiReport;
     v.mnuExpandSetting.Click = ShowExpandSetting;
     v.mnuDot.Click = [] { SetDrawKind(DRAW_DOT); };
     v.mnuLine.Click = [] { SetDrawKind(DRAW_LINE); };
@@ -334,6 +339,7 @@ void WirePanel(VaelAnaView& v) {
     for (int index = 0; index < 2; ++index)
         v.optEGC[static_cast<std::size_t>(index)].Click = [index] { optEGC_Click(index); };
     for (Option& choice : v.optEGC) choice.DoubleClick = optEGC_DoubleClick;
+    v.itxtNoRoi.DoubleClick = ShowRoiReport;
     v.txt2Theta.Enter = txt2Theta_Take;
     v.txt2Theta.Leave = [] {
         txt2Theta_Take();

@@ -23,7 +23,8 @@ namespace vael::test {
 
 class Monkey {
 public:
-    explicit Monkey(std::uint64_t seed) : random_(seed) {}
+    /// A monkey in two types over the channels of peaks, which then stand in no order.
+    explicit Monkey(std::uint64_t seed) : PeaksKeepOrder(seed % 2 == 0), random_(seed) {}
 
     int Below(int n) { return n <= 0 ? 0 : std::uniform_int_distribution<int>(0, n - 1)(random_); }
     bool Chance(int percent) { return Below(100) < percent; }
@@ -32,6 +33,7 @@ public:
         return items[static_cast<std::size_t>(Below(static_cast<int>(items.size())))];
     }
 
+    const bool PeaksKeepOrder;
     std::string LastAct;  // what it did, for a failure
     int Taken = 0;        // acts that were taken
 
@@ -81,7 +83,7 @@ private:
 
     KeyPress AnyKey() {
         KeyPress key;
-        key.Key = static_cast<KeyPress::Name>(Below(static_cast<int>(KeyPress::Name::Escape) + 1));
+        key.Key = static_cast<KeyPress::Name>(Below(static_cast<int>(KeyPress::Name::Delete) + 1));
         if (Chance(30)) key.Key = Chance(50) ? KeyPress::Name::Left : KeyPress::Name::Right;
         key.Shift = Chance(25);
         key.Ctrl = Chance(15);
@@ -123,6 +125,8 @@ private:
 
     template <class Box>
     void OnText(Box& box, const std::string& name) {
+        if constexpr (std::is_same_v<Box, TextBox>)
+            if (Chance(10)) return Note(name + " double", DoubleClick(box));
         const std::string text = AnyText();
         const bool taken = Type(box, text);
         Note(name + " \"" + text + "\"", taken);
@@ -154,7 +158,8 @@ private:
         const auto& cell = std::as_const(grid).At(column, row);
         if (cell.Kind == Grid::CellKind::Tick && Chance(50))
             Note(place + " tick", Tick(grid, column, row));
-        else if (cell.Editable && Chance(50))
+        else if (cell.Editable && Chance(50) &&
+                 !(PeaksKeepOrder && column == 1 && grid.Name == "sprPeakInf"))
             Note(place + " edit", Edit(grid, column, row, AnyText()));
         else
             Note(place, Press(grid, column, row));
@@ -189,8 +194,9 @@ private:
     std::mt19937_64 random_;
 };
 
-/// What must hold after every act; each breach is one sentence.
-inline std::vector<std::string> Breaches() {
+/// What must hold after every act; each breach is one sentence. Peaks whose channels were typed over
+/// in the report stand in no order.
+inline std::vector<std::string> Breaches(bool peaksInOrder = true) {
     std::vector<std::string> out;
     const auto demand = [&out](bool fine, const std::string& what) {
         if (!fine) out.push_back(what);
@@ -220,7 +226,7 @@ inline std::vector<std::string> Breaches() {
         demand(channels >= 0 && channels <= MAX_CHANNELS, which + ": channels");
         const PeakTable& peaks = store.PeakTables[slot];
         demand(peaks.PeakNum >= 0 && peaks.PeakNum <= MAX_PEAKS, which + ": number of peaks");
-        for (int i = 1; i < peaks.PeakNum && i < MAX_PEAKS; ++i)
+        for (int i = 1; peaksInOrder && i < peaks.PeakNum && i < MAX_PEAKS; ++i)
             demand(peaks.Peak[static_cast<std::size_t>(i - 1)].Position <=
                        peaks.Peak[static_cast<std::size_t>(i)].Position,
                    which + ": peaks are not ascending");
