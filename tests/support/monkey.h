@@ -194,8 +194,8 @@ private:
     std::mt19937_64 random_;
 };
 
-/// What must hold after every act; each breach is one sentence. Peaks whose channels were typed over
-/// in the report stand in no order.
+/// What must hold after every act; each breach is one sentence. Peaks whose channels were typed
+/// over in the report stand in no order.
 inline std::vector<std::string> Breaches(bool peaksInOrder = true) {
     std::vector<std::string> out;
     const auto demand = [&out](bool fine, const std::string& what) {
