@@ -16,10 +16,8 @@
 #include "toolkit/desk.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
-#include <optional>
 
 namespace vael {
 namespace {
@@ -172,35 +170,12 @@ void RemoveCurrentPeak() {
 
 // --- buttons -----------
 
-/// The slots that the windows have selected stay selected while rows move.
-class HeldSelections {
-public:
-    HeldSelections() {
-        for (std::size_t win = 0; win < WINDOW_COUNT; ++win) {
-            const GraphEntry& entry =
-                Item(store.GraphList, std::max(0, frmVaelAna.cboGrphSel[win].Index));
-            slots_[win] = entry.State > 0 ? entry.DataNo : -1;
-        }
-    }
-    void Restore() const {
-        for (std::size_t win = 0; win < WINDOW_COUNT; ++win) {
-            const int row = slots_[win] < 0 ? -1 : RowOfSlot(slots_[win]);
-            if (row >= 0) frmVaelAna.cboGrphSel[win].Index = row;
-        }
-        const int active = frmVaelAna.ActiveWin;
-        Change_cboGrphSel(active, std::max(0, Item(frmVaelAna.cboGrphSel, active).Index));
-    }
-
-private:
-    std::array<int, WINDOW_COUNT> slots_{};
-};
-
 /// The curve of the table as it stands; the row that it is in, or -1 when there was no room.
 int DrawCurve() {
-    const HeldSelections held;
+    const Selections selected = SelectedSlots();
     const int row = PutFitGraph(frmPeakReport.WinNo, frmPeakReport.Slot, FitRow::Own);
     if (row < 0) return -1;
-    held.Restore();
+    AdjustSelections(selected);
     AutoScaleBoth();
     ShowChange();
     return row;
