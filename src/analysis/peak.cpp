@@ -21,6 +21,12 @@ std::array<double, 4> ShapeOf(const PeakRecord& peak, double lorentzHeight) {
     return {peak.Amplitude * peak.GaussRatio, peak.Position, peak.Width, lorentzHeight};
 }
 
+/// The whole channel of a centre, ties to even. A split that went astray can leave a centre far
+/// outside; it is held at the ends of a spectrum's room, so that the other peaks can be reached.
+std::int16_t ChannelOf(double position) {
+    return Whole16(std::clamp(position, -1.0, static_cast<double>(MAX_CHANNELS)));
+}
+
 void EraseMark(int window, int slot, int index, const PeakTable& peaks, const Marks& marks) {
     const PeakRegion region = GetPeakRegion(peaks, index);
     marks.erase(window, slot, region.StartCh, region.EndCh, marks.PeakColor);
@@ -88,7 +94,7 @@ RegionCount CountPeakInRegion(const PeakTable& peaks, int start, int end) {
 }
 
 std::optional<PeakJump> JumpPeak(const PeakTable& peaks, int channel, int direction) {
-    const auto key = [&peaks](int i) { return Whole16(Item(peaks.Peak, i).Position); };
+    const auto key = [&peaks](int i) { return ChannelOf(Item(peaks.Peak, i).Position); };
     const int index = NeighbourOf(peaks.PeakNum, channel, direction, key);
     if (!IsRow(peaks, index)) return std::nullopt;
     return PeakJump{
@@ -114,8 +120,9 @@ void AdjustRegions(int window, int slot, int first, int last, const SpectrumData
         PeakRecord& left = Item(peaks.Peak, k);
         PeakRecord& right = Item(peaks.Peak, k + 1);
         if (left.EndCh <= right.StartCh) continue;
-        const std::int16_t from = Whole16(left.Position);
-        const std::int16_t to = Whole16(right.Position);
+        const std::int16_t from = ChannelOf(left.Position);
+        const std::int16_t to = ChannelOf(right.Position);
+        if (to < 0 || to >= MAX_CHANNELS) continue;  // no count stands there to part them by
         std::int16_t best = left.EndCh;
         std::int32_t lowest = Item(spectrum.Count, to);
         for (std::int16_t b = std::max<std::int16_t>(from, 1); b <= to; ++b) {

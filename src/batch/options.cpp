@@ -14,8 +14,8 @@ namespace vael {
 namespace {
 
 constexpr const char* FOOTER = R"(
-Each spectrum goes the road of the window: smoothed, freed of its background, fitted by the NAX
-fitter without help, matched to the crystal, refined to a cell, and, with a pressure marker, turned
+Each spectrum goes the road of the window: smoothed, freed of its background, fitted without
+help, matched to the crystal, refined to a cell, and, with a pressure marker, turned
 into a pressure. Spectra: .npd, .xbm, .xba and .xbm under numeric extensions.
 
 Examples:
@@ -62,6 +62,8 @@ struct Typed {
     std::string Calibration = "file";
     std::string Format = "table";
     std::string Fit = "nax";
+    std::string Shape;
+    int Threshold = 0;  // 0: the program's own
 };
 
 void AddLatticeOptions(CLI::App& app, Typed& typed, BatchOptions& options) {
@@ -94,14 +96,22 @@ void AddLatticeOptions(CLI::App& app, Typed& typed, BatchOptions& options) {
 }
 
 void AddFitOptions(CLI::App& app, Typed& typed) {
-    app.add_option("--fit", typed.Fit, "Fitter")
-        ->check(CLI::IsMember({"nax"}))
+    app.add_option("--fit", typed.Fit,
+                   "nax: groups of Gaussians by least squares; express: each peak in its own "
+                   "region by Poisson likelihood")
+        ->check(CLI::IsMember({"nax", "express"}))
         ->capture_default_str();
-    app.add_option("--bg-coefficient", typed.Bg,
-                   "How strong a peak's curvature must be (default 0.2); auto sets it from the "
-                   "spectrum's median count");
+    app.add_option("--threshold", typed.Threshold,
+                   "Express: peak threshold of the search, 1 (few peaks) to 20 (many; default 10)")
+        ->check(CLI::Range(1, 20));
+    app.add_option("--shape", typed.Shape, "Express: shape of a peak (default gauss)")
+        ->check(CLI::IsMember({"gauss", "lorentz", "mix"}));
+    app.add_option(
+        "--bg-coefficient", typed.Bg,
+        "NAX: how strong a peak's curvature must be (default 0.2); auto sets it from the "
+        "spectrum's median count");
     app.add_option("--peak-width", typed.Width,
-                   "Peak width in channels for the search (default 20)");
+                   "NAX: peak width in channels for the search (default 20)");
     app.add_option("--smooth", typed.Smooth, "Smoothing points, or off (default 5)")
         ->check(CLI::IsMember({"5", "7", "9", "11", "off"}));
 }
@@ -128,7 +138,26 @@ void TakeReflections(const std::string& text, BatchOptions& options) {
     }
 }
 
+/// The fitter and its own options; one that the chosen fitter does not read is refused.
+void TakeFitter(const Typed& typed, BatchOptions& options) {
+    options.Express = typed.Fit == "express";
+    if (options.Express && !typed.Bg.empty())
+        throw CLI::ValidationError("--bg-coefficient", "is read by --fit nax only");
+    if (options.Express && !typed.Width.empty())
+        throw CLI::ValidationError("--peak-width", "is read by --fit nax only");
+    if (!options.Express && typed.Threshold != 0)
+        throw CLI::ValidationError("--threshold", "is read by --fit express only");
+    if (!options.Express && !typed.Shape.empty())
+        throw CLI::ValidationError("--shape", "is read by --fit express only");
+    if (typed.Threshold != 0) options.Threshold = static_cast<std::int16_t>(typed.Threshold);
+    if (!typed.Shape.empty())
+        options.Shape = typed.Shape == "gauss"     ? SHAPE_GAUSS
+                        : typed.Shape == "lorentz" ? SHAPE_LORENTZ
+                                                   : SHAPE_MIX;
+}
+
 void Understand(const Typed& typed, BatchOptions& options) {
+    TakeFitter(typed, options);
     if (!typed.Mode.empty()) options.Mode = typed.Mode == "marker" ? MODE_MARKER : MODE_SAMPLE;
     if (!typed.Reflections.empty()) TakeReflections(typed.Reflections, options);
     options.Rules.DropOutliers = typed.Outliers == "drop";

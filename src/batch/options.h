@@ -20,7 +20,10 @@ struct BatchOptions {
     int Unit = 0;
     std::optional<double> TwoTheta;  // degrees; none: each spectrum's own
     bool DefaultCalibration = false;
-    std::optional<double> Pickup;  // angstrom
+    std::optional<double> Pickup;           // angstrom
+    bool Express = false;                   // the fitter; else NAX
+    std::optional<std::int16_t> Threshold;  // of the Express search, 1 to 20
+    std::optional<std::int16_t> Shape;      // of the Express fit, SHAPE_GAUSS to SHAPE_MIX
     std::optional<double> BgCoefficient;
     bool AutoBg = false;
     std::optional<double> PeakWidth;  // channels

@@ -95,6 +95,8 @@ RoadResult Road::Go(const std::string& file) {
         Form_Load(folder_);
         if (options_.DefaultCalibration) Click(frmVaelAna.optEGC[0]);
 
+        Click(options_.Express ? frmVaelAna.mnuExpressFit : frmVaelAna.mnuNaxFit);
+
         Click(frmVaelAna.mnuLoad);
         if (Item(store.GraphList, 0).State == 0) {
             result.Message = logged.empty() ? Joined(faults) : logged.front();
@@ -131,6 +133,8 @@ void Road::Settle(int slot) const {
     if (options_.DefaultCalibration) SetDefaultEgc(slot);
     if (options_.TwoTheta) Item(store.PropertyRecords, slot).Param.TwoTheta = *options_.TwoTheta;
     if (options_.Pickup) settings.PickupRange() = *options_.Pickup;
+    if (options_.Threshold) settings.PeakThres = *options_.Threshold;
+    if (options_.Shape) settings.FuncType = *options_.Shape;
     if (options_.PeakWidth) settings.ISPPK = *options_.PeakWidth;
     if (options_.BgCoefficient) settings.EACPS = *options_.BgCoefficient;
     if (options_.AutoBg) settings.EACPS = AutoBgCoefficient(Item(store.SpectrumDatas, slot));

@@ -1,9 +1,11 @@
 // The main view: two graph windows, the button panel, the menus, and the public accessors.
 #include "core/frmvaelana.h"
 
+#include "analysis/expresscommands.h"
 #include "analysis/frmpeakreport.h"
 #include "analysis/frmroireport.h"
 #include "analysis/frmsetting.h"
+#include "analysis/roicommands.h"
 #include "core/areamarks.h"
 #include "core/cursors.h"
 #include "core/expand.h"
@@ -119,12 +121,9 @@ void Withhold(VaelAnaView& v) {
         {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
-    Hold({&v.mnuProperty,      &v.mnuPrint,      &v.mnuBatchPrint,   &v.mnuColor,
-          &v.mnuCalcSpect,     &v.mnuPeakIns,    &v.mnuPeakAllIns,   &v.mnuPeakDelete,
-          &v.mnuPeakAllDelete, &v.mnuRoiStart,   &v.mnuRoiEnd,       &v.mnuFitting,
-          &v.mnuFittingAll,    &v.mnuPeakSep,    &v.mnuExpressFit,   &v.mnuCons,
-          &v.cmdManualFitting, &v.cmdShowReport, &v.cmdFiles[2],     &v.cmdFiles[3],
-          &v.cmdEnergy[0],     &v.cmdEnergy[1],  &v.cmdOperation[1], &v.cmdOperation[9]},
+    Hold({&v.mnuProperty, &v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect, &v.mnuCons,
+          &v.cmdManualFitting, &v.cmdShowReport, &v.cmdFiles[2], &v.cmdFiles[3], &v.cmdEnergy[0],
+          &v.cmdEnergy[1], &v.cmdOperation[1], &v.cmdOperation[9]},
          "comes in a later release");
 }
 
@@ -198,9 +197,20 @@ void Keys(VaelAnaView& v) {
     v.mnuExit.Shortcut = "Ctrl+Q";
     v.mnuSmooth.Shortcut = "F4";
     v.mnuBackGround.Shortcut = "Ctrl+B";
+    v.mnuPeakIns.Shortcut = "Ins";
+    v.mnuPeakAllIns.Shortcut = "Ctrl+Ins";
+    v.mnuPeakDelete.Shortcut = "Del";
+    v.mnuPeakAllDelete.Shortcut = "Ctrl+Shift+Del";
     v.mnuPeakJumpB.Shortcut = "Alt+Left";
     v.mnuPeakJumpN.Shortcut = "Alt+Right";
     v.mnuPeakReport.Shortcut = "Ctrl+R";
+    v.mnuRoiJumpB.Shortcut = "Alt+Shift+Left";
+    v.mnuRoiJumpN.Shortcut = "Alt+Shift+Right";
+    v.mnuRoiStart.Shortcut = "Ctrl+[";
+    v.mnuRoiEnd.Shortcut = "Ctrl+]";
+    v.mnuFitting.Shortcut = "Ctrl+F";
+    v.mnuFittingAll.Shortcut = "Ctrl+Shift+F";
+    v.mnuPeakSep.Shortcut = "Ctrl+T";
     v.mnuLogText.Shortcut = "Ctrl+L";
     v.mnuWinType[0].Shortcut = "Ctrl+I";
     v.mnuWinType[1].Shortcut = "Ctrl+U";
@@ -226,7 +236,7 @@ void CheckableItems(VaelAnaView& v) {
                        &v.mnuSidePanel})
         item->Checked = true;
     for (Menu* item : {&v.mnuExit, &v.mnuNaxFit, &v.mnuDot, &v.mnuColor, &v.mnuPeakJumpB,
-                       &v.mnuRoiStart, &v.mnuPeakReport, &v.mnuSetCons, &v.mnuLogarithmic,
+                       &v.mnuRoiJumpB, &v.mnuPeakReport, &v.mnuSetCons, &v.mnuLogarithmic,
                        &v.mnuWinType[0], &v.mnuExpandOn, &v.mnuLogText})
         item->SeparatorBefore = true;
 }
@@ -282,7 +292,11 @@ void WireMenus(VaelAnaView& v) {
     v.mnuExit.Click = ExitProc;
     v.mnuSmooth.Click = vael::mnuSmooth;
     v.mnuBackGround.Click = vael::mnuBackGround;
+    v.mnuFitting.Click = vael::mnuFitting;
+    v.mnuFittingAll.Click = vael::mnuFittingAll;
+    v.mnuPeakSep.Click = PeakSep;
     v.mnuNaxFit.Click = mnuNaxFit_Click;
+    v.mnuExpressFit.Click = mnuExpressFit_Click;
     v.mnuLogText.Click = mnuLogText_Click;
     v.mnuSetCons.Click = ShowSetting;
     v.Command1.Click = ShowDispPara;
@@ -292,6 +306,14 @@ void WireMenus(VaelAnaView& v) {
     v.mnuDot.Click = [] { SetDrawKind(DRAW_DOT); };
     v.mnuLine.Click = [] { SetDrawKind(DRAW_LINE); };
     v.mnuPaint.Click = [] { SetDrawKind(DRAW_PAINT); };
+    v.mnuPeakIns.Click = vael::mnuPeakIns;
+    v.mnuPeakAllIns.Click = vael::mnuPeakAllIns;
+    v.mnuPeakDelete.Click = vael::mnuPeakDelete;
+    v.mnuPeakAllDelete.Click = vael::mnuPeakAllDelete;
+    v.mnuRoiStart.Click = vael::mnuRoiStart;
+    v.mnuRoiEnd.Click = vael::mnuRoiEnd;
+    v.mnuRoiJumpB.Click = [] { GoToRoi(0); };
+    v.mnuRoiJumpN.Click = [] { GoToRoi(1); };
     v.mnuPeakJumpB.Click = [] { GoToPeak(0); };
     v.mnuPeakJumpN.Click = [] { GoToPeak(1); };
     v.mnuTaller.Click = [] { StepScale(1); };

@@ -52,6 +52,7 @@ struct VaelAnaView : View {
     ScaleMode LastScale = ScaleMode::Auto;  // what "Log" goes back to
     std::array<WindowState, 2> Windows;
     Dragging Drag;
+    int RoiStart = 0;        // kept by "ROI Start", 0-based, while "ROI End" is enabled
     std::string AngleShown;  // what stood in txt2Theta before the user typed
     Spot MemoGrasp;          // where the memo's text is held
     AxisScale LowerAxis;
@@ -89,6 +90,8 @@ struct VaelAnaView : View {
     Menu mnuPeakAllDelete{*this, "mnuPeakAllDelete", "Delete All", "mnuPeak"};
     Menu mnuPeakJumpB{*this, "mnuPeakJumpB", "Jump Prev.  Alt+ ←", "mnuPeak"};
     Menu mnuPeakJumpN{*this, "mnuPeakJumpN", "Jump Next  Alt+ →", "mnuPeak"};
+    Menu mnuRoiJumpB{*this, "mnuRoiJumpB", "Jump Prev. ROI", "mnuPeak"};
+    Menu mnuRoiJumpN{*this, "mnuRoiJumpN", "Jump Next ROI", "mnuPeak"};
     Menu mnuRoiStart{*this, "mnuRoiStart", "ROI Start", "mnuPeak"};
     Menu mnuRoiEnd{*this, "mnuRoiEnd", "ROI End", "mnuPeak"};
     Menu mnuPeakColor{*this, "mnuPeakColor", "Peak Color", "mnuPeak"};

@@ -3,6 +3,7 @@
 
 #include "analysis/backgraund.h"
 #include "analysis/calc.h"
+#include "analysis/expresscommands.h"
 #include "analysis/frmpeakreport.h"
 #include "analysis/naxcommands.h"
 #include "analysis/peak.h"
@@ -32,17 +33,6 @@ public:
 
 PropertyRecord& Property(int slot) { return Item(store.PropertyRecords, slot); }
 SpectrumData& Spectrum(int slot) { return Item(store.SpectrumDatas, slot); }
-
-/// Whether there is nothing to work on. With no row at all the shift of the rows says so.
-bool NothingThere() {
-    if (Item(store.GraphList, GraphNo()).State != 0) return false;
-    if (store.GraphTotal == 0) {
-        (void)InsertGraph();
-        return true;
-    }
-    TellStatus("There is no spectrum in this row.");
-    return true;
-}
 
 bool HasFlag(int slot, std::uint16_t bit) { return (Property(slot).Param.DerivedFlags & bit) != 0; }
 
@@ -184,9 +174,15 @@ bool NaxFitsCurrentRow(bool switchButtons) {
     }
 }
 
-void NaxButton(bool smoothFirst) {
+/// Buttons 0 and 2.
+void FitButton(bool smoothFirst) {
     if (NothingThere()) return;
     if (smoothFirst) mnuSmooth();
+    if (store.FitMode == 1) {
+        AreaToWholeAxis();
+        mnuFitting();
+        return;
+    }
     const int source = DataNo();
     if (NaxFitsCurrentRow(smoothFirst)) return;
     // Rows may have moved under the selection: the advice to retry is about this one.
@@ -197,6 +193,16 @@ void NaxButton(bool smoothFirst) {
 }
 
 }  // namespace
+
+bool NothingThere() {
+    if (Item(store.GraphList, GraphNo()).State != 0) return false;
+    if (store.GraphTotal == 0) {
+        (void)InsertGraph();
+        return true;
+    }
+    TellStatus("There is no spectrum in this row.");
+    return true;
+}
 
 void mnuSmooth() {
     if (NothingThere()) return;
@@ -271,7 +277,13 @@ void cmdAutoFit() {
     VaelAnaView& v = frmVaelAna;
     mnuSmooth();
     mnuBackGround();
-    {
+    if (store.FitMode == 1) {
+        AreaToWholeAxis();
+        mnuFitting();
+        std::int16_t ok = FALSE_WORD;
+        ResetRoiAll(ok);
+        RedrawBoth();
+    } else {
         const BusyCursor busy;
         NaxAllFit(GetRealWinNo(), GraphNo());
     }
@@ -389,8 +401,8 @@ void EditProgramFile(const std::string& name) {
 
 void cmdOperation_Click(int index) {
     switch (index) {
-        case 0: NaxButton(true); break;
-        case 2: NaxButton(false); break;
+        case 0: FitButton(true); break;
+        case 2: FitButton(false); break;
         case 3: mnuSmooth(); break;
         case 4: DeletePeaksInArea(); break;
         case 5: AskAndClear(); break;

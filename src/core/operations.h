@@ -7,6 +7,10 @@
 
 namespace vael {
 
+/// Whether the current row is empty, so that there is nothing to work on; the status line tells it.
+/// With no row at all the shift of the rows says so.
+[[nodiscard]] bool NothingThere();
+
 // The commands below work on the current row and hold its slot while rows move.
 
 /// Smooths into a new row "Smooth" at row 0, or in place when the row is a smoothed copy already.

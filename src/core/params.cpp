@@ -2,6 +2,8 @@
 #include "core/params.h"
 
 #include "analysis/frmroireport.h"
+#include "analysis/roicommands.h"
+
 #include "core/expand.h"
 #include "core/fault.h"
 #include "core/frmlog.h"
@@ -101,7 +103,7 @@ void LoadSteps(const std::string& userFolder) {
     }
     WindowSetup();
     v.mnuMcaStop.Enabled = false;
-    v.mnuRoiEnd.Enabled = false;
+    ForgetRoiStart();
     for (auto& memo : v.fraMemo) memo.Visible = false;
     constexpr std::array<int, 5> SHOWN{UNIT_CH, UNIT_KEV, UNIT_D, UNIT_Q, UNIT_2THETA};
     for (std::size_t k = 0; k < SHOWN.size(); ++k) {

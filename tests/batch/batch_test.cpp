@@ -197,23 +197,54 @@ TEST(SampleRoad, PressuresOfTheSamplesAreRecovered) {
 
 // --- the window and the batch --------------------------------------------------------------------
 
+namespace {
+
+/// Opens a file in the window's own commands and lets it fit; the slot of the fit graph.
+int FittedInWindow(ScriptedDesk& desk, const std::string& file) {
+    desk.ChooseFiles({file});
+    Click(frmVaelAna.mnuLoad);
+    Click(frmVaelAna.cmdAutoFit);
+    return GetGraphDataNo(RowOfName("Fit"));
+}
+
+void ExpectSamePeaks(const Json& told, const PeakTable& peaks) {
+    ASSERT_GT(peaks.PeakNum, 0);
+    ASSERT_EQ(static_cast<std::size_t>(peaks.PeakNum), told.size());
+    for (std::size_t i = 0; i < told.size(); ++i) {
+        EXPECT_EQ(told[i]["ch"].get<double>(), peaks.Peak[i].Position + 1.0);
+        EXPECT_EQ(told[i]["fwhm_ch"].get<double>(), peaks.Peak[i].Width * 2.0);
+        EXPECT_EQ(told[i]["amplitude"].get<double>(), peaks.Peak[i].Amplitude);
+        EXPECT_EQ(told[i]["net"].get<double>(), peaks.Peak[i].Intensity);
+    }
+}
+
+}  // namespace
+
+TEST(SameRoad, ExpressFittingAgreesToTheBitToo) {
+    const std::string file = VAEL_SOURCE_DIR "/data/samples/Au_10GPa_1000K.npd";
+    const Json r =
+        One({"--fit", "express", "--threshold", "15", "--shape", "mix", "--smooth", "7", file});
+    World w;
+    settings.PeakThres = 15;
+    settings.FuncType = SHAPE_MIX;
+    settings.SmoothIndex = 1;
+    struct : ScriptedDesk {
+        Answer Ask(const Question&) override { return Answer::Ok; }  // how many were cut
+    } desk;
+    Click(frmVaelAna.mnuExpressFit);
+    const int slot = FittedInWindow(desk, file);
+    ExpectSamePeaks(r["peaks"], store.PeakTables[static_cast<std::size_t>(slot)]);
+    EXPECT_EQ(store.PeakTables[static_cast<std::size_t>(slot)].Peak[0].Fitted, 1);
+}
+
 TEST(SameRoad, TheWindowsCommandsAndTheBatchAgreeToTheBit) {
     const std::string file = VAEL_SOURCE_DIR "/data/samples/Au_10GPa_1000K.npd";
     const Json r = One({"--crystal", "Au", file});
 
     World w;
-    w.Desk.ChooseFiles({file});
-    Click(frmVaelAna.mnuLoad);
-    Click(frmVaelAna.cmdAutoFit);
-    const int slot = GetGraphDataNo(RowOfName("Fit"));
+    const int slot = FittedInWindow(w.Desk, file);
     const PeakTable& peaks = store.PeakTables[static_cast<std::size_t>(slot)];
-    ASSERT_EQ(static_cast<std::size_t>(peaks.PeakNum), r["peaks"].size());
-    for (std::size_t i = 0; i < r["peaks"].size(); ++i) {
-        EXPECT_EQ(r["peaks"][i]["ch"].get<double>(), peaks.Peak[i].Position + 1.0);
-        EXPECT_EQ(r["peaks"][i]["fwhm_ch"].get<double>(), peaks.Peak[i].Width * 2.0);
-        EXPECT_EQ(r["peaks"][i]["amplitude"].get<double>(), peaks.Peak[i].Amplitude);
-        EXPECT_EQ(r["peaks"][i]["net"].get<double>(), peaks.Peak[i].Intensity);
-    }
+    ExpectSamePeaks(r["peaks"], peaks);
 
     auto state = std::make_unique<LatticeState>();
     state->Table = ReadCrystalFile(VAEL_SOURCE_DIR "/data/crystal.dat");

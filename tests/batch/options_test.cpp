@@ -53,6 +53,18 @@ TEST(Options, EachOptionIsRead) {
     EXPECT_EQ(Call({"--bg-coefficient", "0.4", "x"}).Options->BgCoefficient, 0.4);
 }
 
+TEST(Options, TheExpressFitterHasOptionsOfItsOwn) {
+    const BatchCall plain = Call({"x"});
+    EXPECT_FALSE(plain.Options->Express);
+    const BatchCall call =
+        Call({"--fit", "express", "--threshold", "15", "--shape", "lorentz", "x"});
+    ASSERT_TRUE(call.Options) << call.Text;
+    EXPECT_TRUE(call.Options->Express);
+    EXPECT_EQ(call.Options->Threshold, 15);
+    EXPECT_EQ(call.Options->Shape, SHAPE_LORENTZ);
+    EXPECT_EQ(Call({"--fit", "express", "x"}).Options->Shape, std::nullopt);
+}
+
 TEST(Options, AWrongCallEndsWithTwoAndSaysWhatWasExpected) {
     const std::vector<std::vector<const char*>> wrong{
         {},
@@ -65,6 +77,14 @@ TEST(Options, AWrongCallEndsWithTwoAndSaysWhatWasExpected) {
         {"--jobs", "0", "x"},
         {"--format", "xml", "x"},
         {"--mode", "marker", "x"},
+        {"--fit", "simplex", "x"},
+        {"--fit", "express", "--threshold", "0", "x"},
+        {"--fit", "express", "--threshold", "21", "x"},
+        {"--fit", "express", "--shape", "box", "x"},
+        {"--fit", "express", "--bg-coefficient", "0.4", "x"},
+        {"--fit", "express", "--peak-width", "20", "x"},
+        {"--threshold", "10", "x"},
+        {"--shape", "mix", "x"},
         {"--data", "/no/such/folder", "x"}};
     for (const auto& words : wrong) {
         const BatchCall call = Call(words);

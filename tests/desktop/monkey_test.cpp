@@ -144,7 +144,7 @@ TEST(WindowMonkey, EveryWidgetShowsItsRecordAfterEveryAct) {
         monkey.Act();
         frmVaelAna.Visible = true;
         desk.Show();
-        const auto breaches = test::Breaches(monkey.PeaksKeepOrder);
+        const auto breaches = test::Breaches();
         ASSERT_TRUE(breaches.empty())
             << "act " << act << ": " << monkey.LastAct << ": " << breaches.front();
         for (const auto& form : desk.Forms()) {

@@ -66,6 +66,44 @@ void PressPlots(DeskWorld& world, Press press) {
     press(v.cmdOperation[7]);
     EXPECT_EQ(v.chkArea.Value, 0);
 
+    // Peaks by hand and ExpressFitting, on the first line.
+    press(v.mnuExpressFit);
+    EXPECT_EQ(store.FitMode, 1);
+    press(v.mnuPeakAllIns);
+    EXPECT_GE(peaks.PeakNum, 5);
+    world.Desk.Answers.push_back(Answer::Yes);
+    press(v.mnuPeakAllDelete);
+    EXPECT_EQ(peaks.PeakNum, 0);
+    world.TypeInto(v.inumCursorCh, "591", Qt::Key_Return);
+    press(v.mnuPeakIns);
+    ASSERT_EQ(peaks.PeakNum, 1);
+    world.TypeInto(v.inumCursorCh, "601", Qt::Key_Return);
+    press(v.mnuPeakSep);
+    EXPECT_EQ(peaks.Peak[0].FitState, ALL_BITS);
+    press(v.mnuFitting);
+    EXPECT_EQ(peaks.Peak[0].Fitted, 1);
+    press(v.mnuFittingAll);
+    EXPECT_EQ(RowOfName(NAME_FIT), 0);
+    press(v.mnuPeakDelete);
+    EXPECT_EQ(peaks.PeakNum, 0);
+    press(v.mnuNaxFit);
+    EXPECT_EQ(store.FitMode, 0);
+
+    // Regions of interest.
+    world.TypeInto(v.inumCursorCh, "550", Qt::Key_Return);
+    press(v.mnuRoiStart);
+    world.TypeInto(v.inumCursorCh, "650", Qt::Key_Return);
+    press(v.mnuRoiEnd);
+    ASSERT_EQ(store.Rois.RoiNum, 1);
+    EXPECT_EQ(store.Rois.RoiTable[0].EndCh, 649);
+    press(v.mnuRoiJumpB);
+    EXPECT_EQ(CursorCh(), 600);
+    world.TypeInto(v.inumCursorCh, "100", Qt::Key_Return);
+    press(v.mnuRoiJumpN);
+    EXPECT_EQ(CursorCh(), 600);
+    press(v.chkArea);
+    EXPECT_EQ(v.chkArea.Value, 0);
+
     // The vertical scale.
     press(v.ckbLogScale);
     EXPECT_EQ(Engine().Target(0).LogScale, 1);

@@ -140,7 +140,7 @@ TEST(Monkey, TwentyThousandRandomActsBreakNothing) {
     int mostPeaks = 0;
     for (int act = 0; act < acts; ++act) {
         monkey.Act();
-        const auto breaches = test::Breaches(monkey.PeaksKeepOrder);
+        const auto breaches = test::Breaches();
         ASSERT_TRUE(breaches.empty())
             << "act " << act << ": " << monkey.LastAct << ": " << breaches.front();
         mostRows = std::max<int>(mostRows, store.GraphTotal);

@@ -1,0 +1,564 @@
+// ExpressFitting and peaks by hand, by the hand of a user: rows, tables, words.
+#include "analysis/expresscommands.h"
+
+#include "analysis/frmsetting.h"
+#include "analysis/peak.h"
+#include "core/areamarks.h"
+#include "core/cursors.h"
+#include "core/fault.h"
+#include "core/frmlog.h"
+#include "core/frmvaelana.h"
+#include "core/graphs.h"
+#include "core/operations.h"
+#include "support/plotted.h"
+#include "toolkit/hand.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace vael {
+namespace {
+
+VaelAnaView& V() { return frmVaelAna; }
+PeakTable& Table(int slot) { return store.PeakTables[static_cast<std::size_t>(slot)]; }
+PeakRecord& PeakOf(int slot, int row) { return Table(slot).Peak[static_cast<std::size_t>(row)]; }
+std::string NameOf(int row) { return store.GraphList[static_cast<std::size_t>(row)].Name; }
+
+struct Express : Plotted {
+    /// Three separate Gaussians on 10 counts.
+    const std::vector<GaussLine> Lines{{600.3, 4000, 10}, {1500.0, 9000, 12}, {2700.6, 2500, 14}};
+    Express() { Click(V().mnuExpressFit); }
+    int OpenLines(int channels = 4096) {
+        Open({Spectrum("lines.npd", channels, Lines)});
+        return DataNo();
+    }
+    static void Area(int from, int to) {
+        V().chkArea.Value = 1;
+        SetArea(from, to);
+    }
+    static int NamedRows(const std::string& name) {
+        return static_cast<int>(std::count_if(
+            store.GraphList.begin(), store.GraphList.end(),
+            [&](const GraphEntry& row) { return row.State != 0 && row.Name == name; }));
+    }
+    /// Distance of the nearest peak of a slot from a centre.
+    static double Off(int slot, double centre) {
+        double best = 1e9;
+        for (int i = 0; i < Table(slot).PeakNum; ++i)
+            best = std::min(best, std::fabs(PeakOf(slot, i).Position - centre));
+        return best;
+    }
+    static void Full(int slot) {
+        Table(slot).PeakNum = MAX_PEAKS;
+        for (int i = 0; i < MAX_PEAKS; ++i) {
+            PeakOf(slot, i) = PeakRecord{};
+            PeakOf(slot, i).Position = 3000.0 + i;
+            PeakOf(slot, i).Width = 1.0;
+        }
+    }
+};
+
+TEST(Express, TheTwoFittersAreOneChoice) {
+    const Express w;
+    EXPECT_EQ(store.FitMode, 1);
+    EXPECT_TRUE(V().mnuExpressFit.Checked);
+    EXPECT_FALSE(V().mnuNaxFit.Checked);
+    EXPECT_EQ(V().lblFitter.Caption, "ExpressFitting");
+    Click(V().mnuNaxFit);
+    EXPECT_EQ(store.FitMode, 0);
+    EXPECT_FALSE(V().mnuExpressFit.Checked);
+    EXPECT_TRUE(V().mnuNaxFit.Checked);
+}
+
+TEST(Express, TheSettingsShowThresholdAndFunctionInThisMode) {
+    Express w;
+    w.Desk.OnModal([](View&) {
+        EXPECT_TRUE(frmSetting.txtThres.Visible);
+        EXPECT_TRUE(frmSetting.cboFuncType.Visible);
+        EXPECT_FALSE(frmSetting.txtEACPS.Visible);
+        Type(frmSetting.txtThres, "15");
+        Pick(frmSetting.cboFuncType, 2);
+        Click(frmSetting.cmdOk);
+    });
+    Click(V().mnuSetCons);
+    EXPECT_EQ(settings.PeakThres, 15);
+    EXPECT_EQ(settings.FuncType, SHAPE_MIX);
+}
+
+TEST(Express, TheFirstButtonSmoothsAndFitsTheWholeAxis) {
+    Express w;
+    w.OpenLines();
+    Click(V().cmdOperation[0]);
+    EXPECT_EQ(NameOf(GraphNo()), "Smooth");
+    EXPECT_EQ(w.NamedRows("Fit"), 1);
+    EXPECT_EQ(V().chkArea.Value, 1);
+    std::int16_t start = 0;
+    std::int16_t end = 0;
+    ASSERT_EQ(GetRegions(start, end), TRUE_WORD);
+    EXPECT_EQ(start, 0);
+    EXPECT_EQ(end, store.SpanCh - 1);
+    const int fit = GetGraphDataNo(RowOfName(NAME_FIT));
+    ASSERT_EQ(Table(fit).PeakNum, Table(DataNo()).PeakNum);
+    for (const GaussLine& line : w.Lines) {
+        EXPECT_LT(w.Off(DataNo(), line.Center), 0.02) << line.Center;
+        EXPECT_LT(w.Off(fit, line.Center), 0.02) << line.Center;
+    }
+    EXPECT_EQ(PeakOf(DataNo(), 0).Fitted, 1);
+    EXPECT_EQ(PeakOf(DataNo(), 0).FitState, ALL_BITS);
+    EXPECT_TRUE(V().cmdOperation[0].Enabled) << "the buttons change with NaxFitting only";
+}
+
+TEST(Express, TheThirdButtonFitsWithoutSmoothing) {
+    Express w;
+    const int slot = w.OpenLines();
+    Click(V().cmdOperation[2]);
+    EXPECT_EQ(w.NamedRows("Smooth"), 0);
+    EXPECT_EQ(w.NamedRows("Fit"), 1);
+    EXPECT_EQ(DataNo(), slot);
+    EXPECT_LT(w.Off(slot, 1500.0), 0.001);
+}
+
+TEST(Express, AutoFittingRemovesTheBackgroundAndForgetsTheArea) {
+    Express w;
+    w.OpenLines();
+    Click(V().cmdAutoFit);
+    for (const char* name : {"Smooth", "BackGraund", "BackRemv", "Fit"})
+        EXPECT_EQ(w.NamedRows(name), 1) << name;
+    std::int16_t start = 0;
+    std::int16_t end = 0;
+    EXPECT_EQ(GetRegions(start, end), FALSE_WORD);
+    for (std::size_t k = 1; k <= 4; ++k) EXPECT_FALSE(V().cmdOperation[k].Enabled) << k;
+    const int fit = GetGraphDataNo(RowOfName(NAME_FIT));
+    for (const GaussLine& line : w.Lines) EXPECT_LT(w.Off(fit, line.Center), 0.05) << line.Center;
+}
+
+TEST(Express, WithTheAreaOffOnlyThePeakBelowTheCursorIsFitted) {
+    Express w;
+    const int slot = w.OpenLines();
+    Click(V().mnuPeakAllIns);
+    const int found = Table(slot).PeakNum;
+    ASSERT_GE(found, 3);
+    CsrX_Change(1500);
+    Click(V().mnuFitting);
+    int fitted = 0;
+    for (int i = 0; i < found; ++i) fitted += PeakOf(slot, i).Fitted;
+    EXPECT_EQ(fitted, 1);
+    const int row = FindPeakAt(Table(slot), 1500);
+    ASSERT_GE(row, 0);
+    EXPECT_EQ(PeakOf(slot, row).Fitted, 1);
+    EXPECT_NEAR(PeakOf(slot, row).Position, 1500.0, 0.001);
+    EXPECT_NEAR(PeakOf(slot, row).Amplitude, 9000.0, 90.0);
+}
+
+TEST(Express, WithoutAPeakBelowTheCursorNothingHappens) {
+    Express w;
+    w.OpenLines();
+    CsrX_Change(3500);
+    Click(V().mnuFitting);
+    EXPECT_EQ(store.GraphTotal, 1);
+    EXPECT_EQ(V().lblStatus.Caption, "There is no peak below the cursor.");
+}
+
+TEST(Express, FittingWithTheAreaOnTakesTheWholeAxisAndFittingAllTheAreaAsItIs) {
+    Express w;
+    const int slot = w.OpenLines();
+    w.Area(1400, 1600);
+    Click(V().mnuFittingAll);
+    EXPECT_GT(w.Off(slot, 600.3), 100.0) << "outside the area";
+    EXPECT_LT(w.Off(slot, 1500.0), 0.001);
+    std::int16_t start = 0;
+    std::int16_t end = 0;
+    EXPECT_EQ(GetRegions(start, end), FALSE_WORD) << "Fitting All forgets the area";
+    Table(slot) = PeakTable{};
+    w.Area(1400, 1600);
+    Click(V().mnuFitting);
+    ASSERT_EQ(GetRegions(start, end), TRUE_WORD);
+    EXPECT_EQ(start, 0);
+    EXPECT_EQ(end, store.SpanCh - 1);
+    EXPECT_LT(w.Off(slot, 600.3), 0.001);
+}
+
+TEST(Express, PeaksThatAreThereAreFittedWithoutANewSearch) {
+    Express w;
+    const int slot = w.OpenLines();
+    PeakRecord peak{};
+    peak.Position = 1502.0;
+    peak.Amplitude = 9000.0;
+    peak.Width = 6.0;
+    peak.FuncType = SHAPE_GAUSS;
+    peak.StartCh = 1480;
+    peak.EndCh = 1520;
+    AddPeak(0, 0, slot, peak, Table(slot), Marks{});
+    w.Area(0, 4095);
+    Click(V().mnuFittingAll);
+    ASSERT_EQ(Table(slot).PeakNum, 1);
+    EXPECT_NEAR(PeakOf(slot, 0).Position, 1500.0, 0.001);
+    EXPECT_NEAR(PeakOf(slot, 0).Width, 6.0, 0.01);
+}
+
+TEST(Express, PeaksWhoseFitCannotStandAreCutAndCounted) {
+    Express w;
+    const int slot = w.OpenLines();
+    for (const double at : {600.0, 1500.0}) {
+        PeakRecord peak{};
+        peak.Position = at;
+        peak.Amplitude = at < 1000.0 ? 900.0 : 9000.0;  // 4000 is more than three times 890
+        peak.Width = 6.0;
+        peak.FuncType = SHAPE_GAUSS;
+        peak.StartCh = Whole16(at - 20.0);
+        peak.EndCh = Whole16(at + 20.0);
+        AddPeak(0, 0, slot, peak, Table(slot), Marks{});
+    }
+    w.Area(0, 4095);
+    w.Desk.ExpectQuestion("1 Peaks Cuted");
+    Click(V().mnuFittingAll);
+    ASSERT_EQ(Table(slot).PeakNum, 1);
+    EXPECT_NEAR(PeakOf(slot, 0).Position, 1500.0, 0.01);
+}
+
+TEST(Express, AFunctionOutOfRangeIsTheGaussian) {
+    Express w;
+    const int slot = w.OpenLines();
+    settings.FuncType = 7;
+    w.Area(1400, 1600);
+    Click(V().mnuFittingAll);
+    EXPECT_EQ(settings.FuncType, SHAPE_GAUSS);
+    EXPECT_EQ(PeakOf(slot, 0).FuncType, SHAPE_GAUSS);
+}
+
+TEST(Express, TheMixHasAGaussianShareOfOneForAGaussianLine) {
+    Express w;
+    const int slot = w.OpenLines();
+    settings.FuncType = SHAPE_MIX;
+    PeakRecord peak{};
+    peak.Position = 1500.4;
+    peak.Amplitude = 9000.0;
+    peak.Width = 5.5;
+    peak.FuncType = SHAPE_MIX;
+    peak.StartCh = 1470;
+    peak.EndCh = 1530;
+    AddPeak(0, 0, slot, peak, Table(slot), Marks{});
+    w.Area(1400, 1600);
+    Click(V().mnuFittingAll);
+    ASSERT_EQ(Table(slot).PeakNum, 1);
+    EXPECT_NEAR(PeakOf(slot, 0).GaussRatio, 1.0, 0.01);
+    EXPECT_NEAR(PeakOf(slot, 0).Position, 1500.0, 0.001);
+}
+
+TEST(Express, TheFitGraphOfTheSameSpectrumIsWrittenAnewAndTheSourceStaysCurrent) {
+    Express w;
+    const int slot = w.OpenLines();
+    w.Area(1400, 1600);
+    Click(V().mnuFittingAll);
+    EXPECT_EQ(DataNo(), slot);
+    EXPECT_EQ(store.GraphTotal, 2);
+    w.Area(500, 700);
+    Click(V().mnuFittingAll);
+    EXPECT_EQ(DataNo(), slot);
+    EXPECT_EQ(store.GraphTotal, 2);
+    const auto& curve =
+        store.SpectrumDatas[static_cast<std::size_t>(GetGraphDataNo(RowOfName(NAME_FIT)))];
+    EXPECT_NEAR(curve.Count[1500], 9000, 90) << "all peaks of the source are in it";
+    EXPECT_NEAR(curve.Count[600], 3960, 90);
+}
+
+TEST(Express, TwoSpectraHaveTwoFitGraphs) {
+    Express w;
+    w.Open({w.Spectrum("a.npd"), w.Spectrum("b.npd")});
+    for (const char* name : {"a.npd", "b.npd"}) {
+        Change_cboGrphSel(0, RowOfName(name));
+        w.Area(900, 1100);
+        Click(V().mnuFittingAll);
+        EXPECT_EQ(NameOf(GraphNo()), name);
+    }
+    EXPECT_EQ(w.NamedRows("Fit"), 2);
+}
+
+TEST(Express, AFitGraphIsFittedInPlace) {
+    Express w;
+    w.OpenLines();
+    w.Area(1400, 1600);
+    Click(V().mnuFittingAll);
+    Click(V().mnuGraphFit);
+    w.Area(1400, 1600);
+    Click(V().mnuFittingAll);
+    EXPECT_EQ(store.GraphTotal, 2);
+    EXPECT_EQ(NameOf(GraphNo()), "Fit");
+    EXPECT_NEAR(PeakOf(DataNo(), 0).Position, 1500.0, 0.01);
+}
+
+TEST(Express, WithoutRoomForTheFitGraphThePeaksAreFittedAllTheSame) {
+    Express w;
+    std::vector<std::string> files;
+    for (int i = 0; i < 10; ++i) files.push_back(w.Spectrum("f" + std::to_string(i) + ".npd"));
+    w.Open(files);
+    Change_cboGrphSel(0, 3);
+    const int slot = DataNo();
+    w.Area(900, 1100);
+    w.Desk.ExpectQuestion("ShiftGraph: List Over!");
+    Click(V().mnuFittingAll);
+    EXPECT_EQ(DataNo(), slot);
+    EXPECT_EQ(PeakOf(slot, 0).Fitted, 1);
+    EXPECT_EQ(w.NamedRows("Fit"), 0);
+}
+
+TEST(Express, TheAreaOfALongerAxisIsHeldWithinTheSpectrum) {
+    Express w;
+    w.Open({w.Spectrum("long.npd", 8192), w.Spectrum("short.npd", 2048)});
+    Change_cboGrphSel(0, RowOfName("short.npd"));
+    Click(V().cmdOperation[2]);
+    const PeakTable& peaks = Table(DataNo());
+    ASSERT_GT(peaks.PeakNum, 0);
+    for (int i = 0; i < peaks.PeakNum; ++i) EXPECT_LE(PeakOf(DataNo(), i).EndCh, 2047);
+    const int before = peaks.PeakNum;
+    w.Area(3000, 4000);
+    Click(V().mnuFittingAll);
+    EXPECT_EQ(V().lblStatus.Caption, "There is no peak in the area.");
+    EXPECT_EQ(peaks.PeakNum, before);
+    EXPECT_TRUE(w.Desk.Faults.empty());
+}
+
+TEST(Express, ASpectrumOfZerosHasNoPlaceForItsOnlyRecord) {
+    Express w;
+    w.Open({w.Folder.Write("zero.npd", NpdText(std::vector<std::int32_t>(4096)))});
+    w.Desk.ExpectQuestion("intPeakNo=-1");  // its centre would be channel 0, the empty record
+    Click(V().cmdOperation[2]);
+    EXPECT_EQ(Table(DataNo()).PeakNum, 0);
+    EXPECT_EQ(store.GraphTotal, 1);
+    EXPECT_TRUE(w.Desk.Faults.empty());
+}
+
+TEST(Express, ANegativeCountInTheRegionBreaksNothing) {
+    Express w;
+    const int slot = w.OpenLines();
+    for (int ch = 1400; ch < 1600; ch += 3)
+        store.SpectrumDatas[static_cast<std::size_t>(slot)].Count[static_cast<std::size_t>(ch)] =
+            -50;
+    w.Area(1400, 1600);
+    Click(V().mnuPeakAllIns);
+    EXPECT_TRUE(w.Desk.Faults.empty());
+    EXPECT_GE(Table(slot).PeakNum, 1);
+}
+
+TEST(Express, ARegionOf501ChannelsIsToldInTheLogAndTheRecordIsStillWritten) {
+    Express w;
+    const int slot = w.OpenLines();
+    PeakRecord peak{};
+    peak.Position = 1500.0;
+    peak.Amplitude = 9000.0;
+    peak.Width = 6.0;
+    peak.FuncType = SHAPE_GAUSS;
+    peak.StartCh = 1250;
+    peak.EndCh = 1750;
+    AddPeak(0, 0, slot, peak, Table(slot), Marks{});
+    w.Area(1400, 1600);
+    Click(V().mnuFittingAll);
+    EXPECT_EQ(PeakOf(slot, 0).Fitted, 1);
+    EXPECT_EQ(PeakOf(slot, 0).Width, 6.0) << "the start values";
+    EXPECT_NE(frmLog.txtMessage.Text.find("Peak 1: (error) CFDQR2 : Many Data!"),
+              std::string::npos);
+}
+
+TEST(Express, AFaultInAFitLeavesTheTableAsItWas) {
+    Express w;
+    const int slot = w.OpenLines();
+    for (const double at : {1000.0, 1500.0}) {
+        PeakRecord peak{};
+        peak.Position = at;
+        peak.Amplitude = 9000.0;
+        peak.Width = 5.0;
+        peak.FuncType = SHAPE_GAUSS;
+        peak.StartCh = 1480;
+        peak.EndCh = 1520;
+        AddPeak(0, 0, slot, peak, Table(slot), Marks{});
+    }
+    PeakOf(slot, 1).EndCh = 9000;  // no spectrum has it
+    w.Area(0, 4095);
+    Click(V().mnuFittingAll);
+    EXPECT_EQ(w.Desk.Faults.size(), 1U);
+    EXPECT_EQ(PeakOf(slot, 0).Fitted, 0);
+    EXPECT_EQ(PeakOf(slot, 1).Width, 5.0);
+    EXPECT_EQ(w.NamedRows("Fit"), 0);
+}
+
+TEST(InsertingPeaks, AllOverTheAxisWithoutAnArea) {
+    Express w;
+    const int slot = w.OpenLines();
+    Click(V().mnuPeakAllIns);
+    for (const GaussLine& line : w.Lines) EXPECT_LT(w.Off(slot, line.Center), 1.5) << line.Center;
+    EXPECT_EQ(PeakOf(slot, 0).FitState, 0);
+    EXPECT_EQ(PeakOf(slot, 0).Fitted, 0);
+    EXPECT_GT(PeakOf(slot, 0).Intensity, 0.0);
+    const int found = Table(slot).PeakNum;
+    Click(V().mnuPeakAllIns);
+    EXPECT_EQ(Table(slot).PeakNum, found) << "in place of those that were there";
+}
+
+TEST(InsertingPeaks, TheAreaLosesItsPeaksAndOthersStay) {
+    Express w;
+    const int slot = w.OpenLines();
+    w.AddPeakAt(slot, 1450.0);
+    w.AddPeakAt(slot, 3000.0);
+    w.Area(1400, 1600);
+    Click(V().mnuPeakAllIns);
+    EXPECT_GT(w.Off(slot, 1450.0), 5.0);
+    EXPECT_LT(w.Off(slot, 1500.0), 1.5);
+    EXPECT_EQ(w.Off(slot, 3000.0), 0.0);
+}
+
+TEST(InsertingPeaks, AtTheCursorTwentyChannelsAreSearchedAndNothingGoes) {
+    Express w;
+    const int slot = w.OpenLines();
+    w.AddPeakAt(slot, 1495.0);
+    CsrX_Change(1490);
+    Click(V().mnuPeakIns);
+    EXPECT_EQ(w.Off(slot, 1495.0), 0.0);
+    ASSERT_EQ(Table(slot).PeakNum, 2);
+    EXPECT_NEAR(PeakOf(slot, 1).Position, 1500.0, 1.5);
+    EXPECT_GE(PeakOf(slot, 1).StartCh, 1490);
+    EXPECT_LE(PeakOf(slot, 1).EndCh, 1509);
+}
+
+TEST(InsertingPeaks, AFullTableSaysSoForEachRefusedPeak) {
+    Express w;
+    const int slot = w.OpenLines();
+    w.Full(slot);
+    CsrX_Change(1490);
+    w.Desk.ExpectQuestion("intPeakNo=-1");
+    Click(V().mnuPeakIns);
+    EXPECT_EQ(Table(slot).PeakNum, MAX_PEAKS);
+}
+
+TEST(InsertingPeaks, MoreThanAHundredAreSaidAndAHundredKept) {
+    Express w;
+    std::vector<GaussLine> comb;
+    for (int i = 0; i < 130; ++i) comb.push_back({40.0 + 30.0 * i, 9000.0, 6.0});
+    w.Open({w.Spectrum("comb.npd", 4096, comb)});
+    settings.PeakThres = 20;
+    w.Desk.ExpectQuestion("No of Peak > 100 !");
+    Click(V().mnuPeakAllIns);
+    EXPECT_EQ(Table(DataNo()).PeakNum, MAX_PEAKS);
+}
+
+TEST(InsertingPeaks, EachFindsItsPlaceInATableThatAFitLeftOutOfOrder) {
+    Express w;
+    const int slot = w.OpenLines();
+    w.AddPeakAt(slot, 2000.0);
+    w.AddPeakAt(slot, 1000.0);  // moved past its neighbour
+    w.Area(2600, 2800);
+    Click(V().mnuPeakAllIns);
+    ASSERT_GE(Table(slot).PeakNum, 3);
+    EXPECT_EQ(PeakOf(slot, 0).Position, 2000.0);
+    EXPECT_EQ(PeakOf(slot, 1).Position, 1000.0);
+    EXPECT_LT(w.Off(slot, 2700.6), 1.5);
+}
+
+TEST(DeletingPeaks, TheOneBelowTheCursorGoes) {
+    Express w;
+    const int slot = w.OpenLines();
+    w.AddPeakAt(slot, 1000.0);
+    w.AddPeakAt(slot, 1500.0);
+    CsrX_Change(1200);
+    Click(V().mnuPeakDelete);
+    EXPECT_EQ(Table(slot).PeakNum, 2);
+    EXPECT_EQ(V().lblStatus.Caption, "There is no peak below the cursor.");
+    CsrX_Change(1000);
+    Click(V().mnuPeakDelete);
+    ASSERT_EQ(Table(slot).PeakNum, 1);
+    EXPECT_EQ(PeakOf(slot, 0).Position, 1500.0);
+}
+
+TEST(DeletingPeaks, AllOfTheRowGoAfterAQuestion) {
+    Express w;
+    const int slot = w.OpenLines();
+    w.AddPeakAt(slot, 1000.0);
+    w.AddPeakAt(slot, 1500.0);
+    w.Desk.ExpectQuestion("It will deletes peaks in the range of the area cursor", Answer::No);
+    Click(V().mnuPeakAllDelete);
+    EXPECT_EQ(Table(slot).PeakNum, 2);
+    w.Desk.ExpectQuestion("It will deletes peaks in the range of the area cursor", Answer::Yes);
+    Click(V().mnuPeakAllDelete);
+    EXPECT_EQ(Table(slot).PeakNum, 0);
+    EXPECT_EQ(V().itxtNoPeak.Text, "");
+}
+
+TEST(PeakSplit, TwoThatOverlapAreFoundTogether) {
+    Express w;
+    w.Open({w.Spectrum("two.npd", 4096, {{1000.0, 5000, 12}, {1011.0, 3000, 12}})});
+    const int slot = DataNo();
+    w.AddPeakAt(slot, 999.0, 6.0, 5000.0);
+    w.AddPeakAt(slot, 1012.0, 6.0, 3000.0);
+    w.Area(960, 1050);
+    Click(V().mnuPeakSep);
+    ASSERT_EQ(Table(slot).PeakNum, 2);
+    EXPECT_NEAR(PeakOf(slot, 0).Position, 1000.0, 0.3);
+    EXPECT_NEAR(PeakOf(slot, 1).Position, 1011.0, 0.3);
+    EXPECT_EQ(PeakOf(slot, 0).FuncType, SHAPE_GAUSS);
+    EXPECT_EQ(PeakOf(slot, 0).FitState, ALL_BITS);
+    EXPECT_NE(PeakOf(slot, 0).Intensity, 12345.67);
+    EXPECT_EQ(w.NamedRows("Fit"), 1);
+    EXPECT_EQ(DataNo(), slot);
+}
+
+TEST(PeakSplit, ARegionThatBeginsAtTheFirstChannelIsNotSplit) {
+    Express w;
+    const int slot = w.OpenLines();
+    w.AddPeakAt(slot, 1500.0);
+    w.Area(0, 4095);
+    Click(V().mnuPeakSep);
+    EXPECT_EQ(store.GraphTotal, 1);
+    EXPECT_EQ(PeakOf(slot, 0).Intensity, 12345.67);
+}
+
+TEST(PeakSplit, MoreThan4096ChannelsAreToldAndThePeaksStay) {
+    Express w;
+    w.Open({w.Spectrum("long.npd", 8192)});
+    const int slot = DataNo();
+    w.AddPeakAt(slot, 1000.5);
+    w.Area(1, 4097);
+    w.Desk.ExpectQuestion("too large region");
+    Click(V().mnuPeakSep);
+    EXPECT_EQ(PeakOf(slot, 0).Position, 1000.5);
+}
+
+TEST(PeakSplit, ThePeakBelowTheCursorIsRefinedInItsRegion) {
+    Express w;
+    const int slot = w.OpenLines();
+    w.AddPeakAt(slot, 1501.0, 6.0, 8000.0);
+    PeakOf(slot, 0).StartCh = 1475;
+    PeakOf(slot, 0).EndCh = 1525;
+    CsrX_Change(1501);
+    Click(V().mnuPeakSep);
+    EXPECT_NEAR(PeakOf(slot, 0).Position, 1500.0, 0.2);
+}
+
+TEST(PeakSplit, ASolverThatGivesUpSaysSoAndThePeaksComeBackAsFarAsTheyCame) {
+    Express w;
+    const int slot = w.OpenLines();
+    w.AddPeakAt(slot, 1500.0, 6.0, 9000.0);
+    PeakOf(slot, 0).Width = 0.0;  // its shape divides by it
+    PeakOf(slot, 0).StartCh = 1475;
+    PeakOf(slot, 0).EndCh = 1525;
+    w.Area(1475, 1525);
+    w.Desk.ExpectQuestion("計算限界超えました。処理を終了します。");
+    Click(V().mnuPeakSep);
+    EXPECT_EQ(PeakOf(slot, 0).Position, 1500.0);
+    EXPECT_NE(frmLog.txtMessage.Text.find("CalWaveSprit : (Error)  code=11"), std::string::npos);
+    EXPECT_EQ(PeakOf(slot, 0).Intensity, 0.0) << "a width of 0 has no area";
+}
+
+TEST(ExpressCommands, WithoutASpectrumNothingIsDone) {
+    Express w;
+    for (Menu* item :
+         {&V().mnuFitting, &V().mnuFittingAll, &V().mnuPeakSep, &V().mnuPeakIns, &V().mnuPeakAllIns,
+          &V().mnuPeakDelete, &V().mnuPeakAllDelete, &V().mnuRoiStart}) {
+        w.Desk.ExpectQuestion("ShiftGraph: Data Notting!");
+        Click(*item);
+    }
+    EXPECT_EQ(store.GraphTotal, 0);
+}
+
+}  // namespace
+}  // namespace vael
