@@ -65,6 +65,7 @@ void ResetRoiAll(std::int16_t& ok) {
     for (WindowState& window : frmVaelAna.Windows) window.Area.fill(AreaMark{});
     RefreshAreaMarks();
     ShowCursorValues();
+    RefreshReports();
     ok = TRUE_WORD;
 }
 

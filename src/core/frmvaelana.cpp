@@ -2,6 +2,8 @@
 #include "core/frmvaelana.h"
 
 #include "analysis/expresscommands.h"
+#include "analysis/frmpeakreport.h"
+#include "analysis/frmroireport.h"
 #include "analysis/frmsetting.h"
 #include "analysis/roicommands.h"
 #include "core/areamarks.h"
@@ -119,10 +121,9 @@ void Withhold(VaelAnaView& v) {
         {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
-    Hold({&v.mnuProperty, &v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect,
-          &v.mnuPeakReport, &v.mnuCons, &v.cmdManualFitting, &v.cmdShowReport, &v.cmdFiles[2],
-          &v.cmdFiles[3], &v.cmdEnergy[0], &v.cmdEnergy[1], &v.cmdOperation[1], &v.cmdOperation[9],
-          &v.cmdOperation[10]},
+    Hold({&v.mnuProperty, &v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect, &v.mnuCons,
+          &v.cmdManualFitting, &v.cmdShowReport, &v.cmdFiles[2], &v.cmdFiles[3], &v.cmdEnergy[0],
+          &v.cmdEnergy[1], &v.cmdOperation[1], &v.cmdOperation[9]},
          "comes in a later release");
 }
 
@@ -138,7 +139,7 @@ void Tips(VaelAnaView& v) {
         "Spreads the area over the whole axis, or takes it off (F8)",
         "Moves the cursor to the next peak of the current row (Alt+Right)",
         "Matches the peaks of the current row to a crystal and refines its cell",
-        "Lists the peaks of the current row",
+        "Lists the peaks of the current row (Ctrl+R)",
         "Moves the cursor one channel down (Left; with Shift 20 channels, with Ctrl it marks an "
         "area)",
         "Moves the cursor one channel up (Right; with Shift 20 channels, with Ctrl it marks an "
@@ -164,6 +165,7 @@ void Tips(VaelAnaView& v) {
     v.cboUnitX.Tip = "Unit of the lower axis";
     v.optEGC[0].Tip = "Calibrates with the default polynomial; a double click shows it";
     v.optEGC[1].Tip = "Calibrates with each file's own polynomial; a double click shows it";
+    v.itxtNoRoi.Tip = "Number of the region at the cursor; a double click lists the regions";
     v.txt2Theta.Tip = "Angle of the calibration in force; Enter stores it";
     v.spnCursor[0].Tip = "Moves the cursor one channel down (Left)";
     v.spnCursor[1].Tip = "Moves the cursor one channel up (Right)";
@@ -201,6 +203,7 @@ void Keys(VaelAnaView& v) {
     v.mnuPeakAllDelete.Shortcut = "Ctrl+Shift+Del";
     v.mnuPeakJumpB.Shortcut = "Alt+Left";
     v.mnuPeakJumpN.Shortcut = "Alt+Right";
+    v.mnuPeakReport.Shortcut = "Ctrl+R";
     v.mnuRoiJumpB.Shortcut = "Alt+Shift+Left";
     v.mnuRoiJumpN.Shortcut = "Alt+Shift+Right";
     v.mnuRoiStart.Shortcut = "Ctrl+[";
@@ -297,6 +300,8 @@ void WireMenus(VaelAnaView& v) {
     v.mnuLogText.Click = mnuLogText_Click;
     v.mnuSetCons.Click = ShowSetting;
     v.Command1.Click = ShowDispPara;
+    v.mnuPeakReport.Click = ShowPeakReport;
+    v.mnuRoiReport.Click = ShowRoiReport;
     v.mnuExpandSetting.Click = ShowExpandSetting;
     v.mnuDot.Click = [] { SetDrawKind(DRAW_DOT); };
     v.mnuLine.Click = [] { SetDrawKind(DRAW_LINE); };
@@ -356,6 +361,7 @@ void WirePanel(VaelAnaView& v) {
     for (int index = 0; index < 2; ++index)
         v.optEGC[static_cast<std::size_t>(index)].Click = [index] { optEGC_Click(index); };
     for (Option& choice : v.optEGC) choice.DoubleClick = optEGC_DoubleClick;
+    v.itxtNoRoi.DoubleClick = ShowRoiReport;
     v.txt2Theta.Enter = txt2Theta_Take;
     v.txt2Theta.Leave = [] {
         txt2Theta_Take();

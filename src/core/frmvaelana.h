@@ -96,6 +96,7 @@ struct VaelAnaView : View {
     Menu mnuRoiEnd{*this, "mnuRoiEnd", "ROI End", "mnuPeak"};
     Menu mnuPeakColor{*this, "mnuPeakColor", "Peak Color", "mnuPeak"};
     Menu mnuPeakReport{*this, "mnuPeakReport", "Peak Report...", "mnuPeak"};
+    Menu mnuRoiReport{*this, "mnuRoiReport", "ROI Report...", "mnuPeak"};
 
     Menu mnuFit{*this, "mnuFit", "F&it"};
     Menu mnuSmooth{*this, "mnuSmooth", "Smooth", "mnuFit"};

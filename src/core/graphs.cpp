@@ -48,30 +48,6 @@ bool CanBeDrawn(const SpectrumData& data) {
     return std::none_of(data.Count.begin(), end, [](std::int32_t count) { return count < LOWEST; });
 }
 
-using Selections = std::array<int, WINDOW_COUNT>;  // slot of each window's selected row, or -1
-
-Selections SelectedSlots() {
-    Selections slots{-1, -1};
-    for (std::size_t win = 0; win < WINDOW_COUNT; ++win) {
-        const GraphEntry& entry = RowEntry(std::max(0, frmVaelAna.cboGrphSel[win].Index));
-        if (entry.State > 0) slots[win] = entry.DataNo;
-    }
-    return slots;
-}
-
-/// Each selector stays with its graph where that one is still there; else it keeps its place in the
-/// list, and goes to the last row when there are fewer.
-void AdjustSelections(const Selections& slots) {
-    const int last = std::max(0, store.GraphTotal - 1);
-    for (std::size_t win = 0; win < WINDOW_COUNT; ++win) {
-        auto& list = frmVaelAna.cboGrphSel[win];
-        const int row = slots[win] < 0 ? -1 : RowOfSlot(slots[win]);
-        list.Index = row >= 0 ? row : std::min(list.Index, last);
-    }
-    const int win = frmVaelAna.ActiveWin;
-    Change_cboGrphSel(win, std::max(0, frmVaelAna.cboGrphSel[static_cast<std::size_t>(win)].Index));
-}
-
 /// The graph that stood in a row goes off the windows when another slot takes the row: nothing else
 /// would ever take it away. Its slot stays allocated.
 void WithdrawReplaced(const GraphEntry& entry, int slot) {
@@ -385,6 +361,26 @@ void cboGrphSel_Click(int win) {
     RefreshCursorMarks();
     XScaleDraw();
     if (RowEntry(GraphNo()).State == 0) v.Caption = TITLE;  // not the name of a graph that is gone
+}
+
+Selections SelectedSlots() {
+    Selections slots{-1, -1};
+    for (std::size_t win = 0; win < WINDOW_COUNT; ++win) {
+        const GraphEntry& entry = RowEntry(std::max(0, frmVaelAna.cboGrphSel[win].Index));
+        if (entry.State > 0) slots[win] = entry.DataNo;
+    }
+    return slots;
+}
+
+void AdjustSelections(const Selections& slots) {
+    const int last = std::max(0, store.GraphTotal - 1);
+    for (std::size_t win = 0; win < WINDOW_COUNT; ++win) {
+        auto& list = frmVaelAna.cboGrphSel[win];
+        const int row = slots[win] < 0 ? -1 : RowOfSlot(slots[win]);
+        list.Index = row >= 0 ? row : std::min(list.Index, last);
+    }
+    const int win = frmVaelAna.ActiveWin;
+    Change_cboGrphSel(win, std::max(0, frmVaelAna.cboGrphSel[static_cast<std::size_t>(win)].Index));
 }
 
 void Add_cboGraphSel() {

@@ -3,6 +3,7 @@
 
 #include "core/records.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -58,6 +59,12 @@ void ShowCurrentRow();
 void ChangeActiveWin(int win);
 /// Selects a row in a window and runs the selector's handler; a row that is none is refused.
 void Change_cboGrphSel(int win, int row);
+/// Slot of each window's selected row, or -1.
+using Selections = std::array<int, WINDOW_COUNT>;
+[[nodiscard]] Selections SelectedSlots();
+/// After rows have moved: each selector stays with its graph where that one is still there; else it
+/// keeps its place in the list, and goes to the last row when there are fewer.
+void AdjustSelections(const Selections& slots);
 /// Rebuilds both selectors' items and keeps their indexes.
 void Add_cboGraphSel();
 /// Sets a row's tick in a window; with `show` its handler runs.

@@ -4,6 +4,7 @@
 #include "analysis/backgraund.h"
 #include "analysis/calc.h"
 #include "analysis/expresscommands.h"
+#include "analysis/frmpeakreport.h"
 #include "analysis/naxcommands.h"
 #include "analysis/peak.h"
 #include "core/areamarks.h"
@@ -408,6 +409,7 @@ void cmdOperation_Click(int index) {
         case 6: GoToPeak(0); break;
         case 7: ToggleArea(); break;
         case 8: GoToPeak(1); break;
+        case 10: ShowPeakReport(); break;
         case 11: spnCursor_SpinUpDown("-"); break;
         case 12: spnCursor_SpinUpDown("+"); break;
         default: break;  // withheld

@@ -1,6 +1,7 @@
 // What the program keeps between runs, how it starts and how it ends.
 #include "core/params.h"
 
+#include "analysis/frmroireport.h"
 #include "analysis/roicommands.h"
 
 #include "core/expand.h"
@@ -263,9 +264,11 @@ void Form_Load(const std::string& programFolder) {
     store.ProgramFolder = programFolder;
     store.FixedDefault = 1;  // set before the file is read: its second record is not there
     frmLog.Visible = false;
+    frmRoiReport.Visible = false;
     DefaultColours();
     LoadSteps(CurrentFolder());
     ReadIni(store.ProgramFolder + INI_FILE);
+    RefreshRoiReport();
     frmVaelAna.Visible = true;
 }
 
@@ -273,6 +276,7 @@ void Form_Load_Proc() { LoadSteps("\\UserData\\"); }
 
 void ExitProc() {
     if (CheckNoSave() == TRUE_WORD) return;
+    Unload(frmRoiReport);
     Unload(frmLog);
     Unload(frmSelGraph);
     WriteSystemPara(store.ProgramFolder + SYSTEM_FILE, store.DefaultParam);

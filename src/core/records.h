@@ -143,12 +143,15 @@ struct PeakRecord {
     double Intensity;     // summed area of the shape, counts
     std::uint32_t Spare;  // carried unread
     std::int16_t Fitted;  // 1 once a single-peak fit has written the record
+    bool operator==(const PeakRecord&) const = default;
 };
 
-/// The peaks of one slot, rows 0 to PeakNum - 1 by ascending Position.
+/// The peaks of one slot, rows 0 to PeakNum - 1, inserted by ascending Position. A centre that is
+/// typed into the peak report stays in its row.
 struct PeakTable {
     std::int16_t PeakNum;
     std::array<PeakRecord, MAX_PEAKS> Peak;
+    bool operator==(const PeakTable&) const = default;
 };
 
 /// One region of interest.

@@ -1,6 +1,8 @@
 // The two graph windows: what they show, at which scale, and their redrawing.
 #include "core/windows.h"
 
+#include "analysis/frmpeakreport.h"
+#include "analysis/frmroireport.h"
 #include "core/areamarks.h"
 #include "core/cursors.h"
 #include "core/fault.h"
@@ -265,6 +267,12 @@ void RedrawWindow(int win) {
 
 void RedrawBoth() {
     for (int win = 0; win < WINDOW_COUNT; ++win) RedrawWindow(win);
+    RefreshReports();
+}
+
+void RefreshReports() {
+    RefreshPeakReport();
+    if (frmRoiReport.Visible) RefreshRoiReport();
 }
 
 void EraseWindows() {
@@ -276,9 +284,11 @@ void EraseWindows() {
     }
 }
 
-int AxisUnit() {
+int AxisUnit() { return AxisUnit(DataNo()); }
+
+int AxisUnit(int slot) {
     const int unit = std::max(0, frmVaelAna.cboUnitX.Index);
-    const bool angle = Item(store.PropertyRecords, DataNo()).SourceType == SOURCE_DAC;
+    const bool angle = Item(store.PropertyRecords, slot).SourceType == SOURCE_DAC;
     return unit == UNIT_2THETA && !angle ? int{UNIT_CH} : unit;
 }
 
@@ -299,6 +309,7 @@ void XScaleDraw() {
                inForce, DacNow(), v.LowerAxis, v.StripInk);
     v.inumScaleX.Value = WidthToUnit(AxisUnit(), v.imnSpanCh.Value, inForce);
     ++strip.Painted;
+    RefreshReports();  // unit and calibration are those of the axis
 }
 
 }  // namespace vael

@@ -54,11 +54,14 @@ void ApplyScale(int win);
 [[nodiscard]] double PlotTop(int win);
 
 void RedrawWindow(int win);  // plot, marks and count axis
-void RedrawBoth();
+void RedrawBoth();           // and the reports that are open
+/// Brings the peak and the ROI report up to date where they are shown.
+void RefreshReports();
 void EraseWindows();  // takes all graphs off and clears both pictures
 
 /// The unit of `cboUnitX`; channels instead of an angle that only spectra of the DAC form have.
-[[nodiscard]] int AxisUnit();
+[[nodiscard]] int AxisUnit();  // for the current row
+[[nodiscard]] int AxisUnit(int slot);
 /// The lower axis in the unit of `cboUnitX`, with the current graph's calibration in force.
 void XScaleDraw();
 

@@ -127,9 +127,10 @@ void Bring(const CheckBox& record, QCheckBox& widget) {
 }
 
 /// Carries a double click of the mouse to the record; the click that comes with it stays.
+template <class Record>
 class DoubleClickWatch : public QObject {
 public:
-    DoubleClickWatch(Option& record, QWidget& widget) : QObject(&widget), record_(record) {
+    DoubleClickWatch(Record& record, QWidget& widget) : QObject(&widget), record_(record) {
         widget.installEventFilter(this);
     }
 
@@ -140,7 +141,7 @@ protected:
     }
 
 private:
-    Option& record_;
+    Record& record_;
 };
 
 void Wire(Option& record, QRadioButton& widget, const Again& again) {
@@ -178,6 +179,7 @@ void WireLine(Box& record, QLineEdit& widget, const Again& again) {
 }
 
 void Wire(TextBox& record, QLineEdit& widget, const Again& again) {
+    new DoubleClickWatch(record, widget);  // goes with the widget
     WireLine(record, widget, again);
 }
 

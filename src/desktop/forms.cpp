@@ -1,6 +1,8 @@
 // The list of forms: which .ui file belongs to which view.
 #include "desktop/forms.h"
 
+#include "analysis/frmpeakreport.h"
+#include "analysis/frmroireport.h"
 #include "analysis/frmsetting.h"
 #include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
@@ -17,6 +19,8 @@
 #include "ui_frmexpandsetting.h"
 #include "ui_frminput.h"
 #include "ui_frmlog.h"
+#include "ui_frmpeakreport.h"
+#include "ui_frmroireport.h"
 #include "ui_frmselgraph.h"
 #include "ui_frmsetting.h"
 #include "ui_frmvaelana.h"
@@ -61,6 +65,8 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmDispPara, FromUi<Ui::frmDispPara>()));
     forms.push_back(std::make_unique<Form>(frmExpandSetting, FromUi<Ui::frmExpandSetting>()));
     forms.push_back(std::make_unique<Form>(frmSetting, FromUi<Ui::frmSetting>()));
+    forms.push_back(std::make_unique<Form>(frmPeakReport, FromUi<Ui::frmPeakReport>()));
+    forms.push_back(std::make_unique<Form>(frmRoiReport, FromUi<Ui::frmRoiReport>()));
     return forms;
 }
 

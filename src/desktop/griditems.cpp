@@ -81,8 +81,11 @@ public:
         const bool top = orientation == Qt::Horizontal;
         if (role == Qt::DisplayRole)
             return QString::fromStdString((top ? At(section + 1, 0) : At(0, section + 1)).Text);
-        if (role == Qt::TextAlignmentRole)
+        if (role == Qt::TextAlignmentRole) {
+            if (top && rows_ > 0)  // the words stand above their column as its first cell does
+                return data(index(0, section), role);
             return static_cast<int>((top ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
+        }
         return {};
     }
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override {
@@ -276,6 +279,19 @@ void GridWidget::mouseReleaseEvent(QMouseEvent* event) {
     else if (again_)
         again_();  // dragged away: the current cell is where the record says
     pressed_ = QModelIndex();
+}
+
+/// Tab in a cell that is typed over goes on to the next cell, and with it the current one of the
+/// record.
+void GridWidget::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    QTableView::closeEditor(editor, hint);
+    const bool onward = hint == QAbstractItemDelegate::EditNextItem ||
+                        hint == QAbstractItemDelegate::EditPreviousItem;
+    const QModelIndex now = currentIndex();
+    if (!onward || record_ == nullptr || !now.isValid()) return;
+    if (record_->Row == now.row() + 1 && record_->Col == now.column() + 1) return;
+    Press(*record_, now.column() + 1, now.row() + 1);
+    again_();
 }
 
 void GridWidget::keyPressEvent(QKeyEvent* event) {

@@ -112,17 +112,25 @@ bool IsTypedIn(const QObject& target) {
     return list != nullptr && list->isEditable();
 }
 
+/// The box that a cell of a grid has while it is typed over.
+bool IsCellEditor(const QObject& target) {
+    const QObject* ground = IsTypedIn(target) ? target.parent() : nullptr;
+    return ground != nullptr && qobject_cast<const QAbstractItemView*>(ground->parent()) != nullptr;
+}
+
 /// Whether a widget needs the key itself, before the view: a box that is typed in needs all but
-/// Escape and the function keys; an open list, and a list or grid that stands open, needs the keys
-/// that move and pick in it.
+/// Escape and the function keys, and in a grid's cell Escape too, which takes the typing back; an
+/// open list, and a list or grid that stands open, needs the keys that move and pick in it.
 bool NeedsKey(const QObject& target, const KeyPress& press) {
     const bool function = press.Key >= KeyName::F1 && press.Key <= KeyName::F12;
     const auto* widget = qobject_cast<const QWidget*>(&target);
     if (widget != nullptr && widget->window()->windowType() == Qt::Popup) return true;
+    if (IsCellEditor(target)) return !function;
     if (IsTypedIn(target)) return !function && press.Key != KeyName::Escape;
     if (qobject_cast<const QAbstractItemView*>(&target) == nullptr || press.Alt) return false;
-    return !function && press.Key != KeyName::Escape && press.Key != KeyName::Add &&
-           press.Key != KeyName::Subtract && press.Key != KeyName::Decimal;
+    return !function && press.Key != KeyName::Escape && press.Key != KeyName::Delete &&
+           press.Key != KeyName::Add && press.Key != KeyName::Subtract &&
+           press.Key != KeyName::Decimal;
 }
 
 /// Whether a box that is typed in keeps a key from being a shortcut: a plain one.

@@ -64,6 +64,7 @@ struct TextBox : Control {
     bool MultiLine = false;
     Handler Change;
     Handler Enter;  // the Enter key
+    Handler DoubleClick;
     std::function<bool()> Leave;
 };
 

@@ -204,6 +204,11 @@ bool DoubleClick(Option& option) {
     return Deliver(option, [&] { option.DoubleClick(); });
 }
 
+bool DoubleClick(TextBox& box) {
+    if (!box.DoubleClick) return false;
+    return Deliver(box, [&] { box.DoubleClick(); });
+}
+
 bool Tick(CheckBox& box) { return Tick(box, box.Value == 0 ? 1 : 0); }
 
 bool Tick(CheckBox& box, int value) {

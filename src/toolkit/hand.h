@@ -21,6 +21,7 @@ bool Click(Button& button);
 bool Click(Menu& item);
 bool Click(Option& option);
 bool DoubleClick(Option& option);
+bool DoubleClick(TextBox& box);       // also of a box that only shows
 bool Tick(CheckBox& box);             // toggles
 bool Tick(CheckBox& box, int value);  // nothing happens when it has that value
 bool Type(TextBox& box, const std::string& text);

@@ -98,6 +98,67 @@ TEST(GridOnScreen, AnEditableTextIsTypedOverAndAnotherIsNot) {
     EXPECT_EQ(w.V.sprTable.At(3, 2).Text, "name2");
 }
 
+TEST(GridOnScreen, EscapeInACellTakesTheTypingBackAndIsNoKeyOfTheView) {
+    KindsWorld w;
+    std::vector<KeyPress::Name> seen;
+    w.V.KeyPreview = [&](const KeyPress& key) {
+        seen.push_back(key.Key);
+        return true;
+    };
+    w.ClickCell(4, 2);
+    QTest::keyClick(&w.Table(), Qt::Key_7);  // a letter opens the cell
+    auto* editor = w.Table().findChild<QLineEdit*>();
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClick(editor, Qt::Key_Delete);
+    QTest::keyClick(editor, Qt::Key_Escape);
+    w.Bring();
+    EXPECT_EQ(w.V.sprTable.At(4, 2).Text, "1.5");
+    EXPECT_EQ(w.CellText(4, 2), QStringLiteral("1.5"));
+    const auto got = [&](KeyPress::Name name) {
+        return std::count(seen.begin(), seen.end(), name) > 0;
+    };
+    EXPECT_FALSE(got(KeyPress::Name::Escape));
+    EXPECT_FALSE(got(KeyPress::Name::Delete)) << "it deleted a letter";
+    QTest::keyClick(&w.Table(), Qt::Key_Delete);
+    EXPECT_TRUE(got(KeyPress::Name::Delete)) << "a row's key while no cell is typed over";
+    QTest::keyClick(&w.Table(), Qt::Key_Escape);
+    EXPECT_TRUE(got(KeyPress::Name::Escape));
+}
+
+TEST(GridOnScreen, TabInACellGoesOnToTheNextOneWithTheRecord) {
+    KindsWorld w;
+    w.V.sprTable.At(3, 2).Editable = true;
+    w.Bring();
+    w.ClickCell(3, 2);
+    QTest::keyClick(&w.Table(), Qt::Key_F2);
+    auto* editor = w.Table().findChild<QLineEdit*>();
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClicks(editor, QStringLiteral("left"));
+    QTest::keyClick(editor, Qt::Key_Tab);
+    w.Bring();
+    EXPECT_EQ(w.V.sprTable.At(3, 2).Text, "left");
+    EXPECT_EQ(w.V.sprTable.Col, 4);
+    EXPECT_EQ(w.Table().currentIndex().column(), 3);
+    editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(editor, nullptr) << "the next cell is open";
+    QTest::keyClicks(editor, QStringLiteral("9"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    w.Bring();
+    EXPECT_EQ(w.V.sprTable.At(4, 2).Text, "9");
+}
+
+TEST(GridOnScreen, HeadsStandAboveTheirNumbersAndWords) {
+    KindsWorld w;
+    const auto head = [&](int column) {
+        return w.Table()
+            .model()
+            ->headerData(column - 1, Qt::Horizontal, Qt::TextAlignmentRole)
+            .toInt();
+    };
+    EXPECT_TRUE(head(4) & Qt::AlignRight);
+    EXPECT_TRUE(head(3) & Qt::AlignLeft);
+}
+
 TEST(GridOnScreen, TheCurrentCellFollowsTheRecordAndDoesNotComeBack) {
     KindsWorld w;
     w.V.sprTable.Row = 3;

@@ -269,6 +269,12 @@ TEST(Journey, EveryEnabledControlIsPressed) {
     world.Desk.Files.push_back({first});
     press(v.cmdFiles[0]);
     press(v.cmdOperation[2]);
+    world.ClickOn(v.cmdOperation[10]);
+    world.ClickOn(frmPeakReport.cmdCancel);  // the reports have censuses of their own
+    world.ClickOn(v.mnuPeakReport);
+    world.ClickOn(frmPeakReport.cmdRepEnd);
+    world.ClickOn(v.mnuRoiReport);
+    world.ClickOn(frmRoiReport.cmdOk);
     world.Desk.Files.push_back({first});
     press(v.cmdFiles[0]);
     press(v.cmdAutoFit);

@@ -114,6 +114,22 @@ TEST(EditableList, AnItemIsPickedByKeyAndTheProgramsTextIsShown) {
     EXPECT_EQ(w.V.Done.size(), 1U);
 }
 
+TEST(TextBoxOnScreen, ADoubleClickRunsItsHandlerAlsoInABoxThatOnlyShows) {
+    KindsWorld w;
+    auto& box = w.Of<QLineEdit>("txtName");
+    w.V.txtName.Text = "two";
+    w.V.txtName.ReadOnly = true;
+    w.Bring();
+    QTest::mouseClick(&box, Qt::LeftButton);
+    EXPECT_TRUE(w.V.Done.empty());
+    QTest::mouseDClick(&box, Qt::LeftButton);
+    EXPECT_EQ(w.V.Done, Texts{"double two"});
+    w.V.txtName.Enabled = false;
+    w.Bring();
+    QTest::mouseDClick(&box, Qt::LeftButton);
+    EXPECT_EQ(w.V.Done.size(), 1U);
+}
+
 // --- keys -----------
 
 TEST(ButtonKey, ClicksTheButtonWhileItIsUsable) {

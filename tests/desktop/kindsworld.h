@@ -37,6 +37,7 @@ struct KindsView : View {
         cboScale.Enter = [this] { Done.push_back("enter " + cboScale.Text()); };
         lstOne.Click = [this] { Done.push_back("click " + lstOne.Text()); };
         lstOne.DoubleClick = [this] { Done.push_back("double " + lstOne.Text()); };
+        txtName.DoubleClick = [this] { Done.push_back("double " + txtName.Text); };
         lstMany.Click = [this] { Done.push_back("many"); };
         tabPages.Click = [this] { Done.push_back("tab"); };
         sprTable.CellClick = [this](int c, int r) { Tell("press", c, r); };

@@ -81,7 +81,7 @@ private:
 
     KeyPress AnyKey() {
         KeyPress key;
-        key.Key = static_cast<KeyPress::Name>(Below(static_cast<int>(KeyPress::Name::Escape) + 1));
+        key.Key = static_cast<KeyPress::Name>(Below(static_cast<int>(KeyPress::Name::Delete) + 1));
         if (Chance(30)) key.Key = Chance(50) ? KeyPress::Name::Left : KeyPress::Name::Right;
         key.Shift = Chance(25);
         key.Ctrl = Chance(15);
@@ -123,6 +123,8 @@ private:
 
     template <class Box>
     void OnText(Box& box, const std::string& name) {
+        if constexpr (std::is_same_v<Box, TextBox>)
+            if (Chance(10)) return Note(name + " double", DoubleClick(box));
         const std::string text = AnyText();
         const bool taken = Type(box, text);
         Note(name + " \"" + text + "\"", taken);

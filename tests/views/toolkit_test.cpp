@@ -268,6 +268,16 @@ TEST_F(Hands, TabsArePickedWithinTheirNumber) {
     EXPECT_EQ(runs, 1);
 }
 
+TEST_F(Hands, ADoubleClickOnATextBoxRunsItsHandlerAlsoWhereNothingCanBeTyped) {
+    EXPECT_FALSE(DoubleClick(probe.text)) << "it has none";
+    probe.text.DoubleClick = [&] { ++runs; };
+    probe.text.ReadOnly = true;
+    EXPECT_TRUE(DoubleClick(probe.text));
+    probe.text.Enabled = false;
+    EXPECT_FALSE(DoubleClick(probe.text));
+    EXPECT_EQ(runs, 1);
+}
+
 TEST_F(Hands, ADoubleClickOnAListPicksAndRunsItsOwnHandler) {
     probe.files.Click = [&] { runs += 100; };
     probe.files.DoubleClick = [&] { ++runs; };
