@@ -3,6 +3,7 @@
 
 #include "analysis/backgraund.h"
 #include "analysis/calc.h"
+#include "analysis/frmmanualfit.h"
 #include "analysis/naxcommands.h"
 #include "analysis/peak.h"
 #include "core/areamarks.h"
@@ -181,6 +182,13 @@ bool NaxFitsCurrentRow(bool switchButtons) {
         PutLog(trouble.what());
         return false;
     }
+}
+
+/// Button 1: in ExpressFitting the area and the regions of interest go first.
+void ManualFitButton() {
+    std::int16_t ok = FALSE_WORD;
+    if (store.FitMode == 1) ResetRoiAll(ok);
+    ShowManualFit();
 }
 
 void NaxButton(bool smoothFirst) {
@@ -389,6 +397,7 @@ void EditProgramFile(const std::string& name) {
 void cmdOperation_Click(int index) {
     switch (index) {
         case 0: NaxButton(true); break;
+        case 1: ManualFitButton(); break;
         case 2: NaxButton(false); break;
         case 3: mnuSmooth(); break;
         case 4: DeletePeaksInArea(); break;

@@ -1,6 +1,8 @@
 // All views with their form defaults, for a world made anew.
 #pragma once
 
+#include "analysis/frminputfitparameter.h"
+#include "analysis/frmmanualfit.h"
 #include "analysis/frmsetting.h"
 #include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
@@ -25,6 +27,8 @@ inline void FreshViews() {
     Unload(frmDispPara);
     Unload(frmExpandSetting);
     Unload(frmSetting);
+    Unload(frmManualFit);
+    Unload(frmInputFitParameter);
 }
 
 }  // namespace vael
