@@ -13,9 +13,9 @@ inline constexpr std::int16_t AREA_UNSET = -1;
 /// Sets both marks of the real window to 0-based channels, in order and held within SpanCh, and
 /// draws them. Their flags stand at the current graph's counts.
 void SetArea(int oneEnd, int otherEnd);
-/// Sets one mark of the real window (0 left, 1 right) to a 0-based channel below SpanCh, or takes it
-/// away with AREA_UNSET, and draws them. The two are not put in order: who types an end before the
-/// start gets it so.
+/// Sets one mark of the real window (0 left, 1 right) to a 0-based channel held below SpanCh, or
+/// takes it away with AREA_UNSET, and draws them. The two are not put in order: who types an end
+/// before the start gets it so.
 void SetAreaMark(int index, int channel);
 /// Takes both marks of the real window away.
 void ClearArea();
