@@ -1,6 +1,8 @@
 // The list of forms: which .ui file belongs to which view.
 #include "desktop/forms.h"
 
+#include "analysis/frminputfitparameter.h"
+#include "analysis/frmmanualfit.h"
 #include "analysis/frmsetting.h"
 #include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
@@ -16,7 +18,9 @@
 #include "ui_frmdisppara.h"
 #include "ui_frmexpandsetting.h"
 #include "ui_frminput.h"
+#include "ui_frminputfitparameter.h"
 #include "ui_frmlog.h"
+#include "ui_frmmanualfit.h"
 #include "ui_frmselgraph.h"
 #include "ui_frmsetting.h"
 #include "ui_frmvaelana.h"
@@ -61,6 +65,9 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmDispPara, FromUi<Ui::frmDispPara>()));
     forms.push_back(std::make_unique<Form>(frmExpandSetting, FromUi<Ui::frmExpandSetting>()));
     forms.push_back(std::make_unique<Form>(frmSetting, FromUi<Ui::frmSetting>()));
+    forms.push_back(std::make_unique<Form>(frmManualFit, FromUi<Ui::frmManualFit>()));
+    forms.push_back(
+        std::make_unique<Form>(frmInputFitParameter, FromUi<Ui::frmInputFitParameter>()));
     return forms;
 }
 
