@@ -53,6 +53,18 @@ void ShowFit(int window, int source) {
     RedrawBoth();
 }
 
+/// The fit graph of the spectrum that was fitted by hand; that one is current, for the next peak.
+void ShowManual(int window, int source) {
+    (void)PutFitGraph(window, source, FitRow::Own);
+    AutoScaleBoth();
+    Change_cboGrphSel(window, RowOfSlot(source));
+    RedrawBoth();
+}
+
+std::string PeaksText(int count) {
+    return std::to_string(count) + (count == 1 ? " peak" : " peaks");
+}
+
 }  // namespace
 
 NaxSettings NaxSettingsFor(int slot) {
@@ -77,8 +89,8 @@ void NaxAllFit(int window, int graph) {
     NaxStoreAll(result, run.FuncType, TargetFor(window, slot), RegionMarks());
     ShowFit(window, slot);
     const int count = Item(store.PeakTables, slot).PeakNum;
-    TellStatus("Fit: " + std::to_string(count) + (count == 1 ? " peak" : " peaks") + " in " +
-               std::to_string(result.Groups.size()) + " groups; the log tells each.");
+    TellStatus("Fit: " + PeaksText(count) + " in " + std::to_string(result.Groups.size()) +
+               " groups; the log tells each.");
 }
 
 int NaxManualFit(int window, int graph, const NaxManualInput& input) {
@@ -87,9 +99,26 @@ int NaxManualFit(int window, int graph, const NaxManualInput& input) {
     const NaxSettings run = NaxSettingsFor(slot);
     const NaxResult result =
         NaxFitManual(input, Item(store.SpectrumDatas, slot), run, *state, FitTalk());
-    if (result.Result != 0) return -1;
-    NaxStoreManual(result, run.FuncType, TargetFor(window, slot), RegionMarks());
-    ShowFit(window, slot);
+    if (result.Result != 0) {
+        TellStatus("Manual fit: no result; the log tells the last numbers.");
+        return -1;
+    }
+    PeakTable& peaks = Item(store.PeakTables, slot);
+    const PeakTable before = peaks;
+    try {
+        NaxStoreManual(result, run.FuncType, TargetFor(window, slot), RegionMarks());
+    } catch (const Fault&) {  // a centre that left the spectrum: none of the peaks is kept
+        peaks = before;
+        RedrawBoth();
+        Say("Can not fit");
+        return -1;
+    }
+    ShowManual(window, slot);
+    const int fitted = static_cast<int>(result.Peaks.size());
+    const int added = peaks.PeakNum - before.PeakNum;
+    TellStatus(added == fitted ? "Manual fit: " + PeaksText(fitted) + "; the log tells them."
+                               : "Manual fit: the list is full, " + PeaksText(fitted - added) +
+                                     " of " + std::to_string(fitted) + " found no place.");
     return 0;
 }
 

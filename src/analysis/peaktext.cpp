@@ -15,6 +15,7 @@ namespace {
 
 // Columns as they stand in the report.
 constexpr std::size_t INTENSITY = 2;
+constexpr std::size_t WIDTH_D = 5;  // has no word in the printed heading, and is not printed
 constexpr std::size_t AMPLITUDE = 6;
 
 double WidthIn(int unit, const PeakRecord& peak, const ParamRecord& param, const DacAxis& dac) {
@@ -108,7 +109,7 @@ std::vector<std::string> PeakReportLines(const std::string& name, const PeakTabl
                                          const ParamRecord& param, const DacAxis& dac) {
     // 1. The heading in its pieces, and the columns in which its words end.
     const std::string heading = "  #   Peak(Ch) Peak" + InBrackets(unit) +
-                                "    Intensity  FWHM(Ch)  FWHM" + InBrackets(unit) + "  FWHM(d)" +
+                                "    Intensity  FWHM(Ch)  FWHM" + InBrackets(unit) +
                                 "  Amplitude  Gauss(%) Type";
     std::vector<std::size_t> ends;
     for (std::size_t i = 0; i < heading.size(); ++i)
@@ -120,7 +121,9 @@ std::vector<std::string> PeakReportLines(const std::string& name, const PeakTabl
     for (const PeakTexts& row : RowsOf(peaks, unit, param, dac)) {
         std::string line;
         EndAt(line, ends.front(), std::to_string(++number));
-        for (std::size_t k = 0; k < row.size(); ++k) EndAt(line, Item(ends, k + 1), row[k]);
+        std::size_t word = 0;
+        for (std::size_t k = 0; k < row.size(); ++k)
+            if (k != WIDTH_D) EndAt(line, Item(ends, ++word), row[k]);
         lines.push_back(line);
     }
     return lines;

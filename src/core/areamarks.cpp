@@ -1,6 +1,7 @@
 // The area cursor: a left and a right mark in each window, and what the regions of a command are.
 #include "core/areamarks.h"
 
+#include "analysis/frmmanualfit.h"
 #include "core/cursors.h"
 #include "core/fault.h"
 #include "core/frmvaelana.h"
@@ -38,6 +39,14 @@ void SetArea(int oneEnd, int otherEnd) {
     const int most = store.SpanCh - 1;
     Mark(AreaWindow(), 0).Channel = Whole16(std::clamp(std::min(oneEnd, otherEnd), 0, most));
     Mark(AreaWindow(), 1).Channel = Whole16(std::clamp(std::max(oneEnd, otherEnd), 0, most));
+    RefreshAreaMarks();
+}
+
+void SetAreaMark(int index, int channel) {
+    const bool set = channel >= 0;
+    Mark(AreaWindow(), index).Channel =
+        set ? Int16(std::min(channel, store.SpanCh - 1)) : Int16(AREA_UNSET);
+    if (set) frmVaelAna.chkArea.Value = 1;  // a mark that is typed is seen
     RefreshAreaMarks();
 }
 
@@ -116,6 +125,7 @@ void RefreshAreaMarks() {
         RemoveAreaMarks(win);
         PutAreaMarks(win);
     }
+    AreaToManualFit();
 }
 
 int AreaMarkAt(int channel, int reach) {

@@ -13,6 +13,10 @@ inline constexpr std::int16_t AREA_UNSET = -1;
 /// Sets both marks of the real window to 0-based channels, in order and held within SpanCh, and
 /// draws them. Their flags stand at the current graph's counts.
 void SetArea(int oneEnd, int otherEnd);
+/// Sets one mark of the real window (0 left, 1 right) to a 0-based channel held below SpanCh, or
+/// takes it away with AREA_UNSET, and draws them. The two are not put in order: who types an end
+/// before the start gets it so.
+void SetAreaMark(int index, int channel);
 /// Takes both marks of the real window away.
 void ClearArea();
 /// "Area to the whole axis": marks at 0 and SpanCh - 1; ticks `chkArea` without its click.
@@ -29,7 +33,7 @@ void DrawAreaMark(int win, int index, int channel);
 /// Takes a window's marks off its picture, and puts those on that it shows.
 void RemoveAreaMarks(int win);
 void PutAreaMarks(int win);
-/// Off and on again in both windows.
+/// Off and on again in both windows; an open manual fit takes what has moved.
 void RefreshAreaMarks();
 /// Which mark of the real window stands within `reach` channels: 0 left, 1 right, -1 none.
 [[nodiscard]] int AreaMarkAt(int channel, int reach);

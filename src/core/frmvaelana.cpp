@@ -2,6 +2,7 @@
 #include "core/frmvaelana.h"
 
 #include "analysis/expresscommands.h"
+#include "analysis/frmmanualfit.h"
 #include "analysis/frmpeakreport.h"
 #include "analysis/frmroireport.h"
 #include "analysis/frmsetting.h"
@@ -122,8 +123,8 @@ void Withhold(VaelAnaView& v) {
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
     Hold({&v.mnuProperty, &v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect, &v.mnuCons,
-          &v.cmdManualFitting, &v.cmdShowReport, &v.cmdFiles[2], &v.cmdFiles[3], &v.cmdEnergy[0],
-          &v.cmdEnergy[1], &v.cmdOperation[1], &v.cmdOperation[9]},
+          &v.cmdShowReport, &v.cmdFiles[2], &v.cmdFiles[3], &v.cmdEnergy[0], &v.cmdEnergy[1],
+          &v.cmdOperation[9]},
          "comes in a later release");
 }
 
@@ -155,7 +156,7 @@ void Tips(VaelAnaView& v) {
     v.cmdDisplay[0].Tip = "Magnifies a part of the upper window in the lower one (Ctrl+E)";
     v.cmdAutoFit.Tip =
         "Smooths a single spectrum, takes its background away and fits all its peaks (F7)";
-    v.cmdManualFitting.Tip = "Fits single peaks by hand";
+    v.cmdManualFitting.Tip = "Fits single peaks of the current row by hand (Ctrl+M)";
     v.cmdFitCancel.Tip = "Stops a fit";
     v.cmdShowReport.Tip = "Matches the peaks of the current row to a crystal and refines its cell";
     v.cmdMnSelGrp.Tip =
@@ -223,6 +224,7 @@ void Keys(VaelAnaView& v) {
     v.cmdOperation[4].Shortcut = "Ctrl+Delete";
     v.cmdOperation[7].Shortcut = "F8";
     v.cmdAutoFit.Shortcut = "F7";
+    v.cmdManualFitting.Shortcut = "Ctrl+M";
     v.cmdDisplay[0].Shortcut = "Ctrl+E";
     v.cmdMnSelGrp.Shortcut = "Ctrl+G";
 }
@@ -335,6 +337,7 @@ void WirePanel(VaelAnaView& v) {
     v.cmdFiles[1].Click = FileSave;
     v.cmdMnSelGrp.Click = cmdMnSelGrp_Click;
     v.cmdAutoFit.Click = vael::cmdAutoFit;
+    v.cmdManualFitting.Click = ShowManualFit;
     v.cmdSidePanel.Click = ToggleSidePanel;
     v.cmdDisplay[0].Click = [] {
         if (frmVaelAna.ckbExpand.Usable())

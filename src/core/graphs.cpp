@@ -1,6 +1,7 @@
 // Graph rows and slots: moving spectra in and out of the store, and keeping the selectors in step.
 #include "core/graphs.h"
 
+#include "analysis/frmmanualfit.h"
 #include "core/areamarks.h"
 #include "core/cursors.h"
 #include "core/expand.h"
@@ -426,6 +427,7 @@ void RefreshRows() {
         ChgAllCaption_chkGrp(win, GetGrpNo());
     }
     GraphSel_Repl();
+    RowsToManualFit();
 }
 
 void mnuCloseGraph_Click() {

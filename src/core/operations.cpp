@@ -4,6 +4,7 @@
 #include "analysis/backgraund.h"
 #include "analysis/calc.h"
 #include "analysis/expresscommands.h"
+#include "analysis/frmmanualfit.h"
 #include "analysis/frmpeakreport.h"
 #include "analysis/naxcommands.h"
 #include "analysis/peak.h"
@@ -172,6 +173,13 @@ bool NaxFitsCurrentRow(bool switchButtons) {
         PutLog(trouble.what());
         return false;
     }
+}
+
+/// Button 1: in ExpressFitting the area and the regions of interest go first.
+void ManualFitButton() {
+    std::int16_t ok = FALSE_WORD;
+    if (store.FitMode == 1) ResetRoiAll(ok);
+    ShowManualFit();
 }
 
 /// Buttons 0 and 2.
@@ -402,6 +410,7 @@ void EditProgramFile(const std::string& name) {
 void cmdOperation_Click(int index) {
     switch (index) {
         case 0: FitButton(true); break;
+        case 1: ManualFitButton(); break;
         case 2: FitButton(false); break;
         case 3: mnuSmooth(); break;
         case 4: DeletePeaksInArea(); break;

@@ -1,9 +1,9 @@
 // What the program keeps between runs, how it starts and how it ends.
 #include "core/params.h"
 
+#include "analysis/frmmanualfit.h"
 #include "analysis/frmroireport.h"
 #include "analysis/roicommands.h"
-
 #include "core/expand.h"
 #include "core/fault.h"
 #include "core/frmlog.h"
@@ -122,6 +122,7 @@ void LoadSteps(const std::string& userFolder) {
     TellStatus({});
     ChangeActiveWin(0);
     v.chkCsrType.Value = 1;
+    ResetManualFit();
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // The list of forms: which .ui file belongs to which view.
 #include "desktop/forms.h"
 
+#include "analysis/frminputfitparameter.h"
+#include "analysis/frmmanualfit.h"
 #include "analysis/frmpeakreport.h"
 #include "analysis/frmroireport.h"
 #include "analysis/frmsetting.h"
@@ -18,7 +20,9 @@
 #include "ui_frmdisppara.h"
 #include "ui_frmexpandsetting.h"
 #include "ui_frminput.h"
+#include "ui_frminputfitparameter.h"
 #include "ui_frmlog.h"
+#include "ui_frmmanualfit.h"
 #include "ui_frmpeakreport.h"
 #include "ui_frmroireport.h"
 #include "ui_frmselgraph.h"
@@ -67,6 +71,9 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmSetting, FromUi<Ui::frmSetting>()));
     forms.push_back(std::make_unique<Form>(frmPeakReport, FromUi<Ui::frmPeakReport>()));
     forms.push_back(std::make_unique<Form>(frmRoiReport, FromUi<Ui::frmRoiReport>()));
+    forms.push_back(std::make_unique<Form>(frmManualFit, FromUi<Ui::frmManualFit>()));
+    forms.push_back(
+        std::make_unique<Form>(frmInputFitParameter, FromUi<Ui::frmInputFitParameter>()));
     return forms;
 }
 

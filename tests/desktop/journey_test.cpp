@@ -266,6 +266,11 @@ TEST(Journey, EveryEnabledControlIsPressed) {
     world.Desk.Files.push_back({first});
     press(v.cmdFiles[0]);
     press(v.cmdOperation[0]);
+    for (const Button* button : {&v.cmdOperation[1], &v.cmdManualFitting}) {
+        world.ClickOn(*button);  // the manual fit has a census of its own
+        EXPECT_TRUE(world.Desk.FormOfView(frmManualFit)->isVisible());
+        world.ClickOn(frmManualFit.cmdCancel);
+    }
     world.Desk.Files.push_back({first});
     press(v.cmdFiles[0]);
     press(v.cmdOperation[2]);

@@ -1,6 +1,8 @@
 // All views with their form defaults, for a world made anew.
 #pragma once
 
+#include "analysis/frminputfitparameter.h"
+#include "analysis/frmmanualfit.h"
 #include "analysis/frmpeakreport.h"
 #include "analysis/frmroireport.h"
 #include "analysis/frmsetting.h"
@@ -29,6 +31,8 @@ inline void FreshViews() {
     Unload(frmSetting);
     Unload(frmPeakReport);
     Unload(frmRoiReport);
+    Unload(frmManualFit);
+    Unload(frmInputFitParameter);
 }
 
 }  // namespace vael

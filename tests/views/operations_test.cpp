@@ -290,7 +290,9 @@ TEST(Fit, ButtonZeroTwiceReplacesTheRowsAndMakesNone) {
     EXPECT_FALSE(frmVaelAna.cmdOperation[2].Enabled);
     EXPECT_TRUE(frmVaelAna.cmdOperation[1].Enabled);
     EXPECT_TRUE(frmVaelAna.cmdOperation[4].Enabled);
-    EXPECT_FALSE(Click(frmVaelAna.cmdOperation[1])) << "withheld all the same";
+    EXPECT_TRUE(Click(frmVaelAna.cmdOperation[1]));
+    EXPECT_TRUE(frmManualFit.Visible) << "the smoothed row may be fitted by hand now";
+    Click(frmManualFit.cmdCancel);
     EXPECT_EQ(store.GraphList[static_cast<std::size_t>(GraphNo())].Name, "Smooth");
     EXPECT_FALSE(Click(frmVaelAna.cmdOperation[0])) << "its own disabling forbids it by hand";
     cmdOperation_Click(0);
