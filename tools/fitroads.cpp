@@ -5,6 +5,7 @@
 #include "analysis/calc.h"
 #include "analysis/calwavesprit.h"
 #include "analysis/peak.h"
+#include "core/fault.h"
 
 #include <algorithm>
 #include <array>
@@ -40,6 +41,7 @@ ExpressResult ExpressFitAll(const SpectrumData& data, int type, int thres) {
     // 2. One fit a peak, with a constant background always and a slope never.
     std::array<std::uint16_t, MAX_PEAKS> stands{};
     for (int k = 0; k < table->PeakNum; ++k) {
+        const PeakRecord searched = Item(table->Peak, k);
         FitOutcome outcome =
             FitOnePeak(data, *table, k, type, type == SHAPE_MIX ? 5 : 4, stands, Talk{});
         const auto at = static_cast<std::size_t>(k);
@@ -47,7 +49,7 @@ ExpressResult ExpressFitAll(const SpectrumData& data, int type, int thres) {
         if (stands[at] != 0)
             result.Peaks.push_back({.Record = table->Peak[at], .Outcome = std::move(outcome)});
         else
-            ++result.Refused;
+            result.Refused.push_back(searched);
     }
     return result;
 }

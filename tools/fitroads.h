@@ -20,9 +20,9 @@ struct ExpressPeak {
 
 struct ExpressResult {
     std::vector<ExpressPeak> Peaks;  // by the order of the search
-    int Searched = 0;                // peaks that the search put into the table, each of them fitted
-    int Refused = 0;                 // of these, those whose fit could not stand
-    bool TooMany = false;            // the search found more than a table holds
+    int Searched = 0;  // peaks that the search put into the table, each of them fitted
+    std::vector<PeakRecord> Refused;  // of these, those whose fit could not stand, as searched
+    bool TooMany = false;             // the search found more than a table holds
 };
 
 /// The Express fit of every peak with the area cursor over the whole axis: search, regions parted,
