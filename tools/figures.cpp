@@ -56,17 +56,19 @@ double Percent(int part, int whole) { return whole > 0 ? 100.0 * part / whole : 
 void PrintClasses(const char* title, const RoadFigures& road,
                   ClassFigures (*of)(const RoadFigures&, std::size_t)) {
     std::printf(
-        "%-12s  there  found     %%  missed refused | centres   pull    sd  median spread   bias"
+        "%-12s  there  found     %%  missed refused | centres  undet   pull    sd  median spread   "
+        "bias"
         "    rms\n",
         title);
     for (std::size_t k = 0; k + 1 < SIGNAL_CLASSES.size(); ++k) {
         const ClassFigures figures = of(road, k);
         const PullFigures pulls = PullsOf(figures);
         std::printf(
-            "%5g -%5g  %6d %6d %5.1f  %6d  %6d | %7d %6.2f %5.2f  %6.2f %6.2f %6.2f %6.3f\n",
+            "%5g -%5g  %6d %6d %5.1f  %6d  %6d | %7d %6d %6.2f %5.2f  %6.2f %6.2f %6.2f %6.3f\n",
             SIGNAL_CLASSES[k], SIGNAL_CLASSES[k + 1], figures.There, figures.Found,
             Percent(figures.Found, figures.There), figures.Missed(), figures.Refused, pulls.Count,
-            pulls.Mean, pulls.Deviation, pulls.Median, pulls.Spread, pulls.Bias, pulls.Rms);
+            figures.Undetermined, pulls.Mean, pulls.Deviation, pulls.Median, pulls.Spread,
+            pulls.Bias, pulls.Rms);
     }
 }
 
@@ -94,11 +96,12 @@ void PrintClassJson(const ClassFigures& figures, std::size_t k, const char* kind
     const PullFigures pulls = PullsOf(figures);
     std::printf(
         "      {\"kind\": \"%s\", \"from\": %g, \"to\": %g, \"there\": %d, \"found\": %d, "
-        "\"missed\": %d, \"refused\": %d, \"centres\": %d, \"pull_mean\": %.6g, \"pull_sd\": %.6g, "
+        "\"missed\": %d, \"refused\": %d, \"centres\": %d, \"undetermined\": %d, "
+        "\"pull_mean\": %.6g, \"pull_sd\": %.6g, "
         "\"pull_median\": %.6g, \"pull_spread\": %.6g, \"bias\": %.6g, \"rms\": %.6g}%s\n",
         kind, SIGNAL_CLASSES[k], SIGNAL_CLASSES[k + 1], figures.There, figures.Found,
-        figures.Missed(), figures.Refused, pulls.Count, pulls.Mean, pulls.Deviation, pulls.Median,
-        pulls.Spread, pulls.Bias, pulls.Rms, last ? "" : ",");
+        figures.Missed(), figures.Refused, pulls.Count, figures.Undetermined, pulls.Mean,
+        pulls.Deviation, pulls.Median, pulls.Spread, pulls.Bias, pulls.Rms, last ? "" : ",");
 }
 
 /// The words in it hold nothing that JSON would escape.

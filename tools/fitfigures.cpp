@@ -1,4 +1,4 @@
-// How well both fitters do on simulated spectra of known truth: found, missed, false, centres, time.
+// How well both fitters do on simulated spectra of known truth: peaks, centres, time.
 #include "fitfigures.h"
 
 #include "fitroads.h"
@@ -137,7 +137,9 @@ void Add(const FittedSpectrum& fitted, const std::vector<TruePeak>& truth, RoadF
         ++figures.Found;
         ++found;
         const FittedPeak& peak = Item(fitted.Peaks, match[t]);
-        if (!peak.Converged || !(peak.Error > 0.0)) continue;
+        if (!peak.Converged) continue;
+        if (!(peak.Error > 0.0 && peak.Error <= 0.5 * truth[t].Fwhm)) ++figures.Undetermined;
+        if (!(peak.Error > 0.0)) continue;
         figures.Off.push_back(peak.Centre - truth[t].Centre);
         figures.Error.push_back(peak.Error);
     }
@@ -265,17 +267,13 @@ PullFigures PullsOf(const ClassFigures& figures) {
     if (out.Count == 0) return out;
     const double n = static_cast<double>(out.Count);
     std::vector<double> pulls;
-    double off = 0.0;
-    double error = 0.0;
     for (std::size_t i = 0; i < figures.Off.size(); ++i) {
         pulls.push_back(figures.Off[i] / figures.Error[i]);
-        off += figures.Off[i];
-        error += figures.Error[i];
         out.Mean += pulls.back() / n;
         out.Rms += figures.Off[i] * figures.Off[i] / n;
     }
     out.Rms = std::sqrt(out.Rms);
-    out.Bias = off / error;
+    out.Bias = Median(figures.Off) / Median(figures.Error);
     for (const double pull : pulls) out.Deviation += (pull - out.Mean) * (pull - out.Mean);
     out.Deviation = out.Count > 1 ? std::sqrt(out.Deviation / (n - 1.0)) : 0.0;
     std::sort(pulls.begin(), pulls.end());
@@ -290,6 +288,7 @@ ClassFigures RoadFigures::Whole(std::size_t signal) const {
     sum.There += other.There;
     sum.Found += other.Found;
     sum.Refused += other.Refused;
+    sum.Undetermined += other.Undetermined;
     sum.Off.insert(sum.Off.end(), other.Off.begin(), other.Off.end());
     sum.Error.insert(sum.Error.end(), other.Error.begin(), other.Error.end());
     return sum;

@@ -1,4 +1,4 @@
-// How well both fitters do on simulated spectra of known truth: found, missed, false, centres, time.
+// How well both fitters do on simulated spectra of known truth: peaks, centres, time.
 #pragma once
 
 #include "core/records.h"
@@ -48,6 +48,7 @@ inline constexpr std::array<double, 8> SIGNAL_CLASSES{3, 5, 10, 30, 100, 300, 10
 struct ClassFigures {
     int There = 0;
     int Found = 0;            // a fitted centre within half a true full width, one to one
+    int Undetermined = 0;     // found, with status 0, whose error is 0 or above half a full width
     int Refused = 0;          // missed ones that the search had as near, but whose fit was refused
     std::vector<double> Off;  // fitted less true centre, channels, of the found ones whose fit
     std::vector<double> Error;  // converged with an error; and that error
@@ -61,8 +62,8 @@ struct PullFigures {
     int Count = 0;
     double Mean = 0.0, Deviation = 0.0;  // of the pulls
     double Median = 0.0, Spread = 0.0;   // of the pulls, robust
-    double Bias = 0.0;                   // mean distance over mean error
-    double Rms = 0.0;                    // of the distances, channels
+    double Bias = 0.0;  // median distance over median error: means follow the undetermined fits
+    double Rms = 0.0;   // of the distances, channels
 };
 [[nodiscard]] PullFigures PullsOf(const ClassFigures& figures);
 
@@ -82,9 +83,9 @@ struct RoadFigures {
     [[nodiscard]] ClassFigures Whole(std::size_t signal) const;
 };
 
-/// Both fitters on both roads: the NAX walk and the Express fit on AutoFitting's (smoothed, freed of
-/// the background), then both on the raw counts. Settings are the defaults, but for the threshold,
-/// and for a last NAX run on the raw counts whose BG coefficient follows the background.
+/// Both fitters on AutoFitting's road (smoothed, freed of the background) and on the raw counts, with
+/// the defaults of the settings but for the threshold; NAX on AutoFitting's road also with the BG
+/// coefficient that follows the background, and on the raw counts with that one alone.
 [[nodiscard]] std::vector<RoadFigures> MakeFigures(const FigureOptions& options);
 
 [[nodiscard]] double Median(std::vector<double> values);
