@@ -83,9 +83,9 @@ struct RoadFigures {
     [[nodiscard]] ClassFigures Whole(std::size_t signal) const;
 };
 
-/// Both fitters on AutoFitting's road (smoothed, freed of the background) and on the raw counts, with
-/// the defaults of the settings but for the threshold; NAX on AutoFitting's road also with the BG
-/// coefficient that follows the background, and on the raw counts with that one alone.
+/// Both fitters on AutoFitting's road (smoothed, freed of the background) and on the raw counts,
+/// with the defaults of the settings but for the threshold; NAX on AutoFitting's road also with the
+/// BG coefficient that follows the background, and on the raw counts with that one alone.
 [[nodiscard]] std::vector<RoadFigures> MakeFigures(const FigureOptions& options);
 
 [[nodiscard]] double Median(std::vector<double> values);
