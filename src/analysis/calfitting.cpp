@@ -72,21 +72,6 @@ void ShapeDeriv(int type, double x, std::span<const double> a, std::span<double>
     }
 }
 
-/// The sum of ln(y!), which makes the likelihood of the convergence test a whole one.
-double SumOfFactorials(std::span<const double> y) {
-    double sum = 0.0;
-    for (const double count : y) {
-        if (!(count > 1.0)) continue;
-        if (count > STIRLING_ABOVE) {
-            sum += (count + 0.5) * std::log(count) + 0.5 * std::log(2.0 * PI_STIRLING) - count +
-                   1.0 / (12.0 * count);
-        } else {
-            for (double v = count; v > 1.0; v -= 1.0) sum += std::log(v);
-        }
-    }
-    return sum;
-}
-
 /// One run of `CFDQR2`: its arguments, and the work arrays that would crowd a thread's stack.
 class Run {
 public:
@@ -415,6 +400,20 @@ void MixDeriv(double x, std::span<const double> a, std::span<double> d, int m, i
     d[3] = l[0];
     if (m >= 5) d[4] = g[3];
     if (m >= 6) d[5] = g[4];
+}
+
+double SumOfFactorials(std::span<const double> y) {
+    double sum = 0.0;
+    for (const double count : y) {
+        if (!(count > 1.0)) continue;
+        if (count > STIRLING_ABOVE) {
+            sum += (count + 0.5) * std::log(count) + 0.5 * std::log(2.0 * PI_STIRLING) - count +
+                   1.0 / (12.0 * count);
+        } else {
+            for (double v = count; v > 1.0; v -= 1.0) sum += std::log(v);
+        }
+    }
+    return sum;
 }
 
 double LogLikelihood(std::span<const double> y, std::span<const double> f, int& status) {

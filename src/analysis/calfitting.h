@@ -36,6 +36,10 @@ void MixDeriv(double x, std::span<const double> a, std::span<double> d, int m, i
 [[nodiscard]] double LogLikelihood(std::span<const double> y, std::span<const double> f,
                                    int& status);
 
+/// The sum of ln(y!), which makes the likelihood of the convergence test a whole one: the product
+/// y, y - 1, ... while above 1 for counts up to 50, above them Stirling's series to 1 / (12 y).
+[[nodiscard]] double SumOfFactorials(std::span<const double> y);
+
 /// Maximises the Poisson likelihood of the counts y at the channels x (as many as y) over the m
 /// coefficients `a` of a shape: SHAPE_GAUSS and SHAPE_LORENTZ with m = 3, 4, 5, SHAPE_MIX with 4,
 /// 5, 6, in the order of calc.h from index 0. Damping after D. W. Marquardt, J. SIAM 11, 431

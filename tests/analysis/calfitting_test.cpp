@@ -157,6 +157,18 @@ TEST(LogLikelihoodOf, AModelThatIsNotPositiveIsStatusOneAndZero) {
     EXPECT_EQ(status, 1);
 }
 
+TEST(SumOfFactorialsOf, AProductUpToFiftyAndStirlingsSeriesAbove) {
+    // ln(50!) to sixteen figures: Stirling's series to that term is 2.2e-8 above it.
+    EXPECT_NEAR(SumOfFactorials(std::vector<double>{50.0}), 148.4777669517730, 1e-11);
+    // At 50.5 the series stands for the gamma function; the product would leave out ln of 0.5!,
+    // which is 0.12.
+    EXPECT_NEAR(SumOfFactorials(std::vector<double>{50.5}), std::lgamma(51.5), 3e-8);
+    EXPECT_GT(std::fabs(SumOfFactorials(std::vector<double>{50.5}) - std::lgamma(51.5)), 1e-8);
+    // 4! and 2.5 * 1.5; what is not above 1 adds nothing.
+    EXPECT_NEAR(SumOfFactorials(std::vector<double>{4.0, 2.5, 1.0, 0.0, -7.0}),
+                std::log(24.0) + std::log(3.75), 1e-14);
+}
+
 TEST(Cfdqr2, AnExactCurveGivesItsOwnCoefficientsBack) {
     const FitVector gauss{900.0, 30.25, 4.5, 20.0};
     const FitVector mix{600.0, 30.25, 4.5, 300.0, 20.0};
@@ -327,6 +339,25 @@ TEST(Cfdqr2, EachIterationLimitHasItsWordsAndGivesTheLastAcceptedCoefficients) {
         EXPECT_GE(likelihood(a, status), likelihood(one.Start, status));
         EXPECT_EQ(status, 0);
     }
+}
+
+// A Lorentzian two thousand million channels away is as good as straight over three channels: its
+// columns are the same but for the last digit, and so is what the inverse is made of. The start has
+// only powers of two and small numbers, so that no function of a library takes part. Fits that run
+// away end here too, with a status of 0 at which nothing has converged.
+TEST(Cfdqr2, AnInverseWithoutATraceIsSaidAndChangesNothing) {
+    std::vector<std::string> said;
+    Talk talk;
+    talk.say = [&said](std::string_view text, std::string_view) { said.emplace_back(text); };
+    const FitVector start{14.0, std::exp2(31.0), 3.0 * std::exp2(34.0)};
+    FitVector a = start;
+    const FitOutcome outcome =
+        CFDQR2(Channels(3), std::vector<double>{0.0, 15.0, 13.0}, SHAPE_LORENTZ, a, 3, talk);
+    EXPECT_EQ(said, std::vector<std::string>{"trace value =Zero"});
+    EXPECT_EQ(outcome.Status, FIT_CONVERGED);
+    EXPECT_EQ(outcome.Message, "");
+    EXPECT_EQ(outcome.Err, FitVector{});
+    EXPECT_EQ(a, start);
 }
 
 TEST(Cfdqr2, NegativeCountsReturnWithATextOrAFit) {
