@@ -196,7 +196,7 @@ void ShowRules() {
     const int rows = static_cast<int>(v.Rules.size());
     grid.SetSize(ManualFitView::READS, rows);
     grid.Row = std::clamp(grid.Row, rows > 0 ? 1 : 0, rows);
-    grid.Col = rows > 0 ? std::max<int>(grid.Col, ManualFitView::PEAK) : 0;
+    grid.Col = rows > 0 ? ManualFitView::READS : 0;
     for (int row = 1; row <= rows; ++row) {
         const ManualRule& rule = Item(v.Rules, row - 1);
         const bool link = rule.How != HeldBy::Fixed;
@@ -393,7 +393,7 @@ void WireRules(ManualFitView& v) {
     const char* const heads[] = {"Peak", "Parameter", "Rule", "To peak", "Value", "Reads"};
     for (int column = ManualFitView::PEAK; column <= ManualFitView::READS; ++column)
         v.grdConstraint.At(column, 0).Text = heads[column - 1];
-    v.grdConstraint.Widths = {0, 6, 10, 12, 8, 12, 20};
+    v.grdConstraint.Widths = {0, 5, 10, 12, 7, 9, 20};
     v.grdConstraint.CellClick = grdConstraint_CellClick;
     v.cboRuleHow.Click = cboRuleHow_Click;
     v.cboRuleMaster.Enabled = false;
