@@ -6,6 +6,7 @@
 
 #include "core/areamarks.h"
 #include "core/cursors.h"
+#include "core/graphs.h"
 #include "core/windows.h"
 
 namespace vael::test {
