@@ -9,8 +9,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace vael {
 namespace {
@@ -37,8 +38,14 @@ void Stroke(int slot, int start, int end, Colour colour) {
         if (DrawnIn(win, slot)) Engine().SetPlotColor(win, slot, from, to, colour);
 }
 
-/// Writes numbers from left to right on a plot and leaves out those that would touch the one
-/// before.
+/// A number that wants a place on a plot: above `Height` at a channel.
+struct Number {
+    double Channel = 0.0;
+    double Height = 0.0;
+    int Value = 0;
+};
+
+/// Writes numbers on a plot, the highest first, and leaves out those that would lie on another one.
 class NumberWriter {
 public:
     explicit NumberWriter(int win) : win_(win), canvas_(*Engine().Target(win).Canvas) {
@@ -50,28 +57,66 @@ public:
     NumberWriter(const NumberWriter&) = delete;
     NumberWriter& operator=(const NumberWriter&) = delete;
 
-    /// A number above `height` at a channel, held inside the picture.
-    void Write(double channel, double height, int number, Colour colour) {
-        const WindowState& window = Item(frmVaelAna.Windows, win_);
-        if (channel < window.Start || channel > window.Start + window.Span - 1) return;
-        const std::string text = std::to_string(number);
-        const double width = canvas_.TextWidth(text);
-        const double tall = canvas_.TextHeight(text);
-        const double left = channel - width / 2.0;
-        if (left < free_) return;
-        canvas_.CurrentX = left;
-        canvas_.CurrentY = std::min(height + tall * GAP, PlotTop(win_));
-        canvas_.Print(text, colour);
-        free_ = left + width + canvas_.PixelUnit().Width * 2.0;
+    /// Keeps the places of numbers that are written by somebody else.
+    void Keep(std::vector<Number> numbers) {
+        Place(std::move(numbers), [](const auto&...) {});
+    }
+    void Write(std::vector<Number> numbers, Colour colour) {
+        Place(std::move(numbers), [&](const Box& box, const std::string& text) {
+            canvas_.CurrentX = box.Left;
+            canvas_.CurrentY = box.Top;
+            canvas_.Print(text, colour);
+        });
     }
 
 private:
+    struct Box {
+        double Left, Top, Width, Tall;
+        [[nodiscard]] bool Meets(const Box& other) const {
+            return Left < other.Left + other.Width && other.Left < Left + Width &&
+                   Top > other.Top - other.Tall && other.Top > Top - Tall;
+        }
+    };
+
+    template <class Put>
+    void Place(std::vector<Number> numbers, const Put& put) {
+        std::stable_sort(numbers.begin(), numbers.end(),
+                         [](const Number& a, const Number& b) { return a.Height > b.Height; });
+        const WindowState& window = Item(frmVaelAna.Windows, win_);
+        for (const Number& number : numbers) {
+            if (number.Channel < window.Start || number.Channel > window.Start + window.Span - 1)
+                continue;
+            const std::string text = std::to_string(number.Value);
+            const double width = canvas_.TextWidth(text) + canvas_.PixelUnit().Width * 2.0;
+            const double tall = canvas_.TextHeight(text);
+            const Box box{number.Channel - width / 2.0,
+                          std::min(number.Height + tall * GAP, PlotTop(win_)), width, tall};
+            if (std::any_of(taken_.begin(), taken_.end(),
+                            [&](const Box& other) { return box.Meets(other); }))
+                continue;
+            taken_.push_back(box);
+            put(box, text);
+        }
+    }
+
     static constexpr double GAP = 1.3;  // of its height: from the curve to the number's top
     int win_;
     Canvas& canvas_;
     double points_ = 0.0;
-    double free_ = -std::numeric_limits<double>::infinity();
+    std::vector<Box> taken_;
 };
+
+/// The numbers of the regions that a window draws, above the curve where each begins.
+std::vector<Number> RoiNumbers(int win) {
+    std::vector<Number> numbers;
+    for (int i = 0; i < store.Rois.RoiNum; ++i) {
+        const RoiRecord& roi = Item(store.Rois.RoiTable, i);
+        if (roi.DataNo >= SLOT_COUNT || !DrawnIn(win, roi.DataNo)) continue;
+        numbers.push_back(
+            {static_cast<double>(roi.StartCh), PlotHeight(win, roi.DataNo, roi.StartCh), i + 1});
+    }
+    return numbers;
+}
 
 bool CanWrite(int win) { return Engine().Target(win).Canvas != nullptr && PlotTop(win) > 0.0; }
 
@@ -107,16 +152,7 @@ void ColourRegions(int slot) {
 
 void DrawRoiLabels(int win) {
     if (!CanWrite(win) || store.Rois.RoiNum == 0) return;
-    NumberWriter writer(win);
-    for (int i = 0; i < store.Rois.RoiNum; ++i) {
-        const RoiRecord& roi = Item(store.Rois.RoiTable, i);
-        if (roi.DataNo >= SLOT_COUNT || !DrawnIn(win, roi.DataNo)) continue;
-        const double middle = (roi.StartCh + roi.EndCh) / 2.0;
-        double height = 0.0;
-        for (int ch = std::max<int>(roi.StartCh, 0); ch <= roi.EndCh; ++ch)
-            height = std::max(height, PlotHeight(win, roi.DataNo, ch));
-        writer.Write(middle, height, i + 1, Item(store.ColorTable, ROLE_ROI_TEXT));
-    }
+    NumberWriter(win).Write(RoiNumbers(win), Item(store.ColorTable, ROLE_ROI_TEXT));
 }
 
 void DrawPeakNumbers(int win) {
@@ -124,14 +160,16 @@ void DrawPeakNumbers(int win) {
     if (!CanWrite(win) || Item(store.GraphList, GraphNo()).State == 0 || !DrawnIn(win, slot))
         return;
     const PeakTable& peaks = Item(store.PeakTables, slot);
-    if (peaks.PeakNum == 0) return;
-    NumberWriter writer(win);
+    std::vector<Number> numbers;
     for (int i = 0; i < peaks.PeakNum; ++i) {
         const double position = Item(peaks.Peak, i).Position;
         const int ch = static_cast<int>(std::clamp(std::round(position), 0.0, MAX_CHANNELS - 1.0));
-        writer.Write(position, PlotHeight(win, slot, ch), i + 1,
-                     Item(store.ColorTable, ROLE_PEAK_MARK));
+        numbers.push_back({position, PlotHeight(win, slot, ch), i + 1});
     }
+    if (numbers.empty()) return;
+    NumberWriter writer(win);
+    writer.Keep(RoiNumbers(win));
+    writer.Write(std::move(numbers), Item(store.ColorTable, ROLE_PEAK_MARK));
 }
 
 }  // namespace vael

@@ -19,10 +19,11 @@ namespace vael {
 /// source and nothing but peaks, so its curve keeps one colour.
 void ColourRegions(int slot);
 
-/// Draws the number of each region of interest, from 1, at its mark on the graphs of the window.
-/// A number that would lie on its neighbour is left out.
+/// Draws the number of each region of interest, from 1, at the beginning of its mark on the graphs
+/// of the window. A number that would lie on a higher one is left out.
 void DrawRoiLabels(int win);
-/// The numbers of the current row's peaks above their lines, where the window draws that row.
+/// The numbers of the current row's peaks above their lines, where the window draws that row, but
+/// for those that would lie on a higher one or on a region's.
 void DrawPeakNumbers(int win);
 
 }  // namespace vael

@@ -90,6 +90,26 @@ TEST_F(MainShots, AnAreaAndThePeakMarks) {
     }
 }
 
+TEST_F(MainShots, RegionsAndTheNumbersOfPeaksAfterAnExpressFit) {
+    for (const bool dark : {false, true}) {
+        if (dark) Dark();
+        DeskWorld world;
+        OpenSpectrum(world);
+        world.ClickOn(frmVaelAna.mnuExpressFit);
+        world.Desk.Answers.push_back(Answer::Ok);  // peaks were cut
+        world.ClickOn(frmVaelAna.cmdOperation[2]);
+        for (const auto& [from, to] : {std::pair{"720", "750"}, {"1020", "1060"}}) {
+            world.TypeInto(frmVaelAna.inumCursorCh, from, Qt::Key_Return);
+            world.ClickOn(frmVaelAna.mnuRoiStart);
+            world.TypeInto(frmVaelAna.inumCursorCh, to, Qt::Key_Return);
+            world.ClickOn(frmVaelAna.mnuRoiEnd);
+        }
+        world.TypeInto(frmVaelAna.imnSpanCh, "900", Qt::Key_Return);
+        world.ClickOn(frmVaelAna.chkPeakParameter);
+        Shoot(world.Main(), dark ? "regions_dark" : "regions");
+    }
+}
+
 TEST_F(MainShots, APeakMemo) {
     for (const bool dark : {false, true}) {
         if (dark) Dark();

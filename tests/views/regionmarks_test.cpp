@@ -16,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -45,11 +46,12 @@ struct Regions : Plotted {
         Upper.Strokes.clear();
         RedrawBoth();
     }
-    /// Texts on the upper plot, "number@channel".
+    /// Texts on the upper plot, sorted.
     [[nodiscard]] std::vector<std::string> Numbers() const {
         std::vector<std::string> out;
         for (const auto& stroke : Upper.Strokes)
             if (stroke.What == test::Drawn::Kind::Text) out.push_back(stroke.Words);
+        std::sort(out.begin(), out.end());
         return out;
     }
 };
@@ -236,13 +238,35 @@ TEST(RegionLabels, PeaksHaveTheirNumbersWhileTheirMarksAreOn) {
     Regions w;
     w.Open({w.Spectrum("a.npd")});
     w.AddPeakAt(DataNo(), 1000.0);
-    w.AddPeakAt(DataNo(), 1002.0);  // its number would lie on the one before
+    w.AddPeakAt(DataNo(), 1000.3);  // its number would lie on the one before
     w.AddPeakAt(DataNo(), 3000.0);
     w.Watch();
     EXPECT_TRUE(w.Numbers().empty());
     w.Upper.Strokes.clear();
     Tick(V().chkPeakParameter);
     EXPECT_EQ(w.Numbers(), (std::vector<std::string>{"1", "3"}));
+}
+
+TEST(RegionLabels, WhereNumbersWouldLieOnEachOtherTheHighestLineKeepsItsOwn) {
+    Regions w;
+    w.Open({w.Spectrum("a.npd", 4096, {{1000.0, 3000, 10}, {1012.0, 3200, 10}})});
+    w.AddPeakAt(DataNo(), 1000.0);
+    w.AddPeakAt(DataNo(), 1012.0);
+    w.Watch();
+    w.Upper.Strokes.clear();
+    Tick(V().chkPeakParameter);
+    EXPECT_EQ(w.Numbers(), (std::vector<std::string>{"2"}));
+}
+
+TEST(RegionLabels, APeakNumberNeverLiesOnThatOfARegion) {
+    Regions w;
+    w.Open({w.Spectrum("a.npd")});
+    w.Mark(3000, 3100);
+    w.AddPeakAt(DataNo(), 3001.0);
+    w.Watch();
+    w.Upper.Strokes.clear();
+    Tick(V().chkPeakParameter);
+    EXPECT_EQ(w.Numbers(), (std::vector<std::string>{"1"})) << "the region's alone";
 }
 
 TEST(FitGraph, AHundredPeaksEachHeldAtTenMillionStayWithin32Bits) {
