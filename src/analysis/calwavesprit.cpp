@@ -269,12 +269,12 @@ int WaveSolve(std::span<const double> y, std::span<double> p, double limit, cons
     }
 }
 
-void WaveSprit(const SpectrumData& spectrum, int start, int n, std::span<PeakRecord> peaks,
-               const Talk& talk) {
-    if (n <= 0) return;
+int WaveSprit(const SpectrumData& spectrum, int start, int n, std::span<PeakRecord> peaks,
+              const Talk& talk) {
+    if (n <= 0) return SPLIT_REFUSED;
     if (n > SPLIT_CHANNELS) {
         talk.say("too large region", "");
-        return;
+        return SPLIT_REFUSED;
     }
     // 1. Counts above the line through both ends, which stands one channel to the right.
     const double first = static_cast<double>(start);
@@ -294,7 +294,7 @@ void WaveSprit(const SpectrumData& spectrum, int start, int n, std::span<PeakRec
     std::vector<double> triples;
     for (const PeakRecord& peak : peaks)
         triples.insert(triples.end(), {peak.Amplitude, peak.Position - first + 1.0, peak.Width});
-    WaveSolve(work, triples, SPLIT_LIMIT, talk);
+    const int result = WaveSolve(work, triples, SPLIT_LIMIT, talk);
     // 3. Back into the records, but for those at the region's last channel and beyond.
     for (std::size_t k = 0; k < peaks.size(); ++k) {
         if (!(triples[3 * k + 1] < static_cast<double>(n))) continue;
@@ -308,6 +308,7 @@ void WaveSprit(const SpectrumData& spectrum, int start, int n, std::span<PeakRec
         peak.GaussRatio = 1.0;
         peak.FuncType = SHAPE_GAUSS;
     }
+    return result;
 }
 
 }  // namespace vael

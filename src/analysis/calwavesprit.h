@@ -13,6 +13,7 @@ namespace vael {
 inline constexpr int SPLIT_CHANNELS = 4096;      // of a region that is split, at most
 inline constexpr double SPLIT_LIMIT = 200000.0;  // sum of squares below which a split is good
 inline constexpr int SPLIT_PASSES = 20;
+inline constexpr int SPLIT_REFUSED = -2;  // no region, or one that is too large
 
 /// One find: height in smoothed counts, position in the local channels from 1, half width.
 struct FoundPeak {
@@ -49,9 +50,9 @@ int WaveSolve(std::span<const double> y, std::span<double> p, double limit, cons
 
 /// Splits the n channels from `start` (0-based) into the peaks, as Gaussians above the line through
 /// the region's two ends, and writes back those whose centre is below the region's last channel.
-/// More than 4096 channels are said, and the peaks stay. Faults: Subscript (channels outside the
-/// spectrum's capacity).
-void WaveSprit(const SpectrumData& spectrum, int start, int n, std::span<PeakRecord> peaks,
-               const Talk& talk);
+/// More than 4096 channels are said, and the peaks stay. Result: that of `WaveSolve`, or
+/// SPLIT_REFUSED. Faults: Subscript (channels outside the spectrum's capacity).
+int WaveSprit(const SpectrumData& spectrum, int start, int n, std::span<PeakRecord> peaks,
+              const Talk& talk);
 
 }  // namespace vael

@@ -234,15 +234,20 @@ void PeakSep() {
     PeakTable& peaks = Peaks(slot);
     std::vector<PeakRecord> records;
     for (const int row : work.Rows) records.push_back(Item(peaks.Peak, row));
-    WaveSprit(Spectrum(slot), work.Range.Start, work.Range.End - work.Range.Start + 1, records,
-              CommandTalk());
+    const int result = WaveSprit(Spectrum(slot), work.Range.Start,
+                                 work.Range.End - work.Range.Start + 1, records, CommandTalk());
     for (std::size_t k = 0; k < records.size(); ++k) {
         Item(peaks.Peak, work.Rows[k]) = records[k];
         CalcIntensity(Spectrum(slot), peaks, work.Rows[k]);
     }
     ShowFitOf(slot);
-    TellStatus("Split " + Told(work.Range) + " into " +
-               Counted(static_cast<int>(records.size()), "peak") + ".");
+    if (result == SPLIT_REFUSED)
+        TellStatus("Not split: " + Told(work.Range) + " are more than " +
+                   std::to_string(SPLIT_CHANNELS) + ".");
+    else
+        TellStatus("Split " + Told(work.Range) + " into " +
+                   Counted(static_cast<int>(records.size()), "peak") +
+                   (result == 0 ? "." : "; the squares are still above the limit."));
 }
 
 void mnuExpressFit_Click() {
@@ -254,6 +259,7 @@ void mnuExpressFit_Click() {
 }
 
 void mnuFitting() {
+    if (NothingThere()) return;
     if (frmVaelAna.chkArea.Value != 0) {
         std::int16_t ok = FALSE_WORD;
         ResetRoiAll(ok);
@@ -263,6 +269,7 @@ void mnuFitting() {
 }
 
 void mnuFittingAll() {
+    if (NothingThere()) return;
     FitPeak();
     std::int16_t ok = FALSE_WORD;
     ResetRoiAll(ok);

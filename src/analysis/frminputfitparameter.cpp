@@ -98,7 +98,7 @@ std::optional<PeakRecord> RecordOf() {
 /// Inserts the record, with its area, and parts its region from those of its neighbours; its index,
 /// or -1 where the table refuses it. The table stays as it was where a step faults.
 int Insert(const PeakRecord& record) {
-    const int window = GetRealWinNo();
+    const int window = WindowOfRow(RowOfSlot(frmInputFitParameter.Slot));
     const int slot = frmInputFitParameter.Slot;
     const PeakTable before = Peaks();
     try {
@@ -126,7 +126,7 @@ void cmdOK_Click() {
         return;
     }
     v.Visible = false;
-    const int window = GetRealWinNo();
+    const int window = WindowOfRow(RowOfSlot(frmInputFitParameter.Slot));
     (void)PutFitGraph(window, v.Slot, FitRow::Own);
     AutoScaleBoth();
     Change_cboGrphSel(window, RowOfSlot(v.Slot));

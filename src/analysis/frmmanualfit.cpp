@@ -326,7 +326,7 @@ bool FitManually() {
         Say("StartChannel or EndChannel Error");
         return false;
     }
-    (void)NaxManualFit(GetRealWinNo(), v.GrpNo, ManualInputOf(from, to, RowsNow(), v.Rules));
+    (void)NaxManualFit(WindowOfRow(v.GrpNo), v.GrpNo, ManualInputOf(from, to, RowsNow(), v.Rules));
     return true;
 }
 

@@ -13,6 +13,7 @@
 #include "core/text.h"
 #include "core/wholefile.h"
 #include "core/windows.h"
+#include "files/extensions.h"
 #include "toolkit/desk.h"
 
 #include <algorithm>
@@ -69,7 +70,7 @@ bool FollowSlot() {
     V& v = frmPeakReport;
     v.GrpNo = v.Slot < 0 ? -1 : RowOfSlot(v.Slot);
     if (v.GrpNo < 0) return false;
-    v.WinNo = Expanded() ? 0 : Item(store.GraphList, v.GrpNo).WinNo;
+    v.WinNo = WindowOfRow(v.GrpNo);
     v.DispUnit = AxisUnit(v.Slot);
     return true;
 }
@@ -152,7 +153,7 @@ void sprPeakInf_CellEdit(int column, int row) {
 
 void sprPeakInf_CellClick(int, int row) {
     if (row < 1) return;
-    CsrX_Change(Whole16(Item(Table().Peak, row - 1).Position));
+    CsrX_Change(ChannelOf(Item(Table().Peak, row - 1).Position));
 }
 
 /// The Delete key.
@@ -188,6 +189,15 @@ void cmdPkSet_Click() {
         return;
     }
     frmPeakReport.CurveDrawn = true;
+    const PeakTable& peaks = Table();
+    const bool drawn =
+        std::any_of(peaks.Peak.begin(), peaks.Peak.begin() + peaks.PeakNum,
+                    [](const PeakRecord& peak) { return peak.FitState == ALL_BITS; });
+    if (!drawn && peaks.PeakNum > 0) {
+        TellStatus("The curve in row " + std::to_string(row + 1) +
+                   " is empty: no peak of the list was fitted.");
+        return;
+    }
     TellStatus("The curve of " + CountOf(Table().PeakNum) + " is drawn in row " +
                std::to_string(row + 1) + ".");
 }
@@ -202,16 +212,22 @@ void cmdCancel_Click() {
     if (RowOfSlot(v.Slot) < 0 || !(Table() == v.AsLeft)) return;
     if (Table() == v.AsOpened && !v.CurveDrawn) return;
     Table() = v.AsOpened;
-    if (!v.CurveDrawn || DrawCurve() < 0) ShowChange();
+    // A curve that was closed in between is not made again.
+    const bool curve = v.CurveDrawn && OwnFitRow(v.Slot) >= 0;
+    if (!curve || DrawCurve() < 0) ShowChange();
     TellStatus("The peaks are as they were when the report was opened.");
 }
 
-/// The name of the spectrum's file; where the record has none, that of the first row of a file.
+/// The name of the spectrum's file without the extension of a form that is read or written (a point
+/// in a measurement's name is none); where the record has no name, that of the first row of a file.
 std::string SpectrumName() {
-    const std::string name = Item(store.PropertyRecords, frmPeakReport.Slot).FileName.Trimmed();
+    std::string name = Item(store.PropertyRecords, frmPeakReport.Slot).FileName.Trimmed();
+    std::replace(name.begin(), name.end(), '/', '_');  // a name is no folder
+    std::replace(name.begin(), name.end(), '\\', '_');
+    if (KindOf(name) != nullptr) name = SplitFilePath(name).Name;
     if (!name.empty()) return name;
     for (const GraphEntry& entry : store.GraphList)
-        if (entry.State > 0 && !IsDerivedName(entry.Name)) return entry.Name;
+        if (entry.State > 0 && !IsDerivedName(entry.Name)) return SplitFilePath(entry.Name).Name;
     return {};
 }
 

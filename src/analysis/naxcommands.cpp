@@ -2,6 +2,7 @@
 #include "analysis/naxcommands.h"
 
 #include "analysis/naxwalk.h"
+#include "analysis/peak.h"
 #include "core/fault.h"
 #include "core/fitgraph.h"
 #include "core/frmlog.h"
@@ -61,6 +62,17 @@ void ShowManual(int window, int source) {
     RedrawBoth();
 }
 
+/// A line that was in the table and is fitted again is not in it twice.
+void DropSameLines(int window, int slot, const NaxResult& result) {
+    constexpr double SAME = 0.25;  // of the half width: nearer centres are one line
+    PeakTable& peaks = Item(store.PeakTables, slot);
+    for (const NaxPeakRow& row : result.Peaks)
+        for (int i = peaks.PeakNum - 1; i >= 0; --i)
+            if (std::fabs(Item(peaks.Peak, i).Position - (row.Position - 1.0)) <
+                SAME * row.Fwhm / 2.0)
+                DeletePeak(window, slot, i, peaks, RegionMarks());
+}
+
 std::string PeaksText(int count) {
     return std::to_string(count) + (count == 1 ? " peak" : " peaks");
 }
@@ -105,6 +117,8 @@ int NaxManualFit(int window, int graph, const NaxManualInput& input) {
     }
     PeakTable& peaks = Item(store.PeakTables, slot);
     const PeakTable before = peaks;
+    DropSameLines(window, slot, result);
+    const int kept = peaks.PeakNum;
     try {
         NaxStoreManual(result, run.FuncType, TargetFor(window, slot), RegionMarks());
     } catch (const Fault&) {  // a centre that left the spectrum: none of the peaks is kept
@@ -115,7 +129,7 @@ int NaxManualFit(int window, int graph, const NaxManualInput& input) {
     }
     ShowManual(window, slot);
     const int fitted = static_cast<int>(result.Peaks.size());
-    const int added = peaks.PeakNum - before.PeakNum;
+    const int added = peaks.PeakNum - kept;
     TellStatus(added == fitted ? "Manual fit: " + PeaksText(fitted) + "; the log tells them."
                                : "Manual fit: the list is full, " + PeaksText(fitted - added) +
                                      " of " + std::to_string(fitted) + " found no place.");

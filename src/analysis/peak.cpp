@@ -21,12 +21,6 @@ std::array<double, 4> ShapeOf(const PeakRecord& peak, double lorentzHeight) {
     return {peak.Amplitude * peak.GaussRatio, peak.Position, peak.Width, lorentzHeight};
 }
 
-/// The whole channel of a centre, ties to even. A split that went astray can leave a centre far
-/// outside; it is held at the ends of a spectrum's room, so that the other peaks can be reached.
-std::int16_t ChannelOf(double position) {
-    return Whole16(std::clamp(position, -1.0, static_cast<double>(MAX_CHANNELS)));
-}
-
 void EraseMark(int window, int slot, int index, const PeakTable& peaks, const Marks& marks) {
     const PeakRegion region = GetPeakRegion(peaks, index);
     marks.erase(window, slot, region.StartCh, region.EndCh, marks.PeakColor);
@@ -47,6 +41,10 @@ void AddCurve(const PeakRecord& peak, SpectrumData& target, int count) {
 }
 
 }  // namespace
+
+std::int16_t ChannelOf(double position) {
+    return Whole16(std::clamp(position, -1.0, static_cast<double>(MAX_CHANNELS)));
+}
 
 int AddPeak(int channel, int window, int slot, const PeakRecord& record, PeakTable& peaks,
             const Marks& marks) {

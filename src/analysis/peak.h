@@ -31,6 +31,11 @@ struct PeakJump {
 int AddPeak(int channel, int window, int slot, const PeakRecord& record, PeakTable& peaks,
             const Marks& marks);
 
+/// The whole channel of a centre, ties to even. A split that went astray can leave a centre far
+/// outside; it is held one channel beyond the ends of a spectrum's room, so that nothing faults and
+/// the other peaks can be reached.
+[[nodiscard]] std::int16_t ChannelOf(double position);
+
 [[nodiscard]] PeakRegion GetPeakRegion(const PeakTable& peaks, int index);
 
 /// Erases the mark and removes the row; an index outside the table changes nothing.

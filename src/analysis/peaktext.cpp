@@ -102,7 +102,7 @@ std::string FitParamCsv(const PeakTable& peaks, int unit, const ParamRecord& par
 std::string FitParamName(const std::string& fileName, const std::string& rowName) {
     const bool derived = rowName == NAME_SMOOTH || rowName == NAME_BACKGROUND ||
                          rowName == NAME_REMOVED || rowName == NAME_FIT;
-    return SplitFilePath(fileName).Name + "_" + (derived ? rowName : "Raw") + "_FitParam.csv";
+    return fileName + "_" + (derived ? rowName : "Raw") + "_FitParam.csv";
 }
 
 std::vector<std::string> PeakReportLines(const std::string& name, const PeakTable& peaks, int unit,

@@ -43,8 +43,8 @@ using PeakTexts = std::array<std::string, PEAK_COLUMNS>;
 [[nodiscard]] std::string FitParamCsv(const PeakTable& peaks, int unit, const ParamRecord& param,
                                       const DacAxis& dac);
 
-/// The name proposed for that file: the spectrum's file name without folder and extension, what
-/// the row is, "FitParam". `rowName` is the name of the row; one that is none of the four derived
+/// The name proposed for that file: the spectrum's file name, which comes without folder and
+/// extension, what the row is, "FitParam". `rowName` is the name of the row; one that is none of the four derived
 /// names stands for "Raw".
 [[nodiscard]] std::string FitParamName(const std::string& fileName, const std::string& rowName);
 

@@ -48,6 +48,8 @@ void ForgetRoiStart() {
 }
 
 int JumpRoi(int channel, int direction) {
+    // Another spectrum may stand in the slot than when the regions were marked.
+    for (int i = 0; i < store.Rois.RoiNum; ++i) UpdateRoi(store.Rois, store.SpectrumDatas, i);
     const auto jump = JumpRoi(store.Rois, channel, direction);
     if (!jump) return -1;
     frmVaelAna.chkArea.Value = 1;

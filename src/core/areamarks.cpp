@@ -70,10 +70,12 @@ std::int16_t GetRegions(std::int16_t& start, std::int16_t& end) {
 }
 
 void ResetRoiAll(std::int16_t& ok) {
+    const bool drawn = store.Rois.RoiNum > 0;
     store.Rois = RoiList{};
     for (WindowState& window : frmVaelAna.Windows) window.Area.fill(AreaMark{});
     RefreshAreaMarks();
     ShowCursorValues();
+    if (drawn) RedrawBoth();  // their colours and numbers go with them
     RefreshReports();
     ok = TRUE_WORD;
 }

@@ -11,22 +11,12 @@ namespace {
 
 PropertyRecord& Property(int slot) { return Item(store.PropertyRecords, slot); }
 
-/// The same measurement in the same state: file, sample, time, and what was derived from it.
+/// The same measurement in the same state: file, sample, time, and what was derived from it. Slots
+/// are given away again, so that the slot alone does not tell.
 bool SameSpectrum(const PropertyRecord& source, const PropertyRecord& fit) {
     return source.FileName == fit.FileName && source.SampleName == fit.SampleName &&
            source.OpDate == fit.OpDate && source.OpTime == fit.OpTime &&
            (source.Param.DerivedFlags | DERIVED_FIT) == fit.Param.DerivedFlags;
-}
-
-/// Row of the fit graph that the source got before, or -1.
-int OwnFitRow(int source) {
-    for (int row = 0; row < GRAPH_COUNT; ++row) {
-        const GraphEntry& entry = Item(store.GraphList, row);
-        if (entry.State != 0 && entry.Name == NAME_FIT && entry.DataNo != source &&
-            SameSpectrum(Property(source), Property(entry.DataNo)))
-            return row;
-    }
-    return -1;
 }
 
 struct FitPlace {
@@ -44,6 +34,17 @@ FitPlace PlaceForFit(int source, FitRow which) {
 
 }  // namespace
 
+int OwnFitRow(int source) {
+    for (int row = 0; row < GRAPH_COUNT; ++row) {
+        const GraphEntry& entry = Item(store.GraphList, row);
+        if (entry.State != 0 && entry.Name == NAME_FIT &&
+            Item(store.FitSource, entry.DataNo) == source + 1 &&
+            SameSpectrum(Property(source), Property(entry.DataNo)))
+            return row;
+    }
+    return -1;
+}
+
 int PutFitGraph(int window, int source, FitRow which) {
     const PeakTable peaks = Item(store.PeakTables, source);
     SpectrumData curve{};  // worked out before rows move
@@ -52,6 +53,7 @@ int PutFitGraph(int window, int source, FitRow which) {
     if (place.Slot < 0) return -1;
     Item(store.SpectrumDatas, place.Slot) = curve;
     if (place.Slot != source) {
+        Item(store.FitSource, place.Slot) = Int16(source + 1);
         Property(place.Slot) = Property(source);
         Item(store.PeakTables, place.Slot) = peaks;
     }

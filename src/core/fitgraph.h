@@ -9,6 +9,9 @@ enum class FitRow {
     Own  // the fit graph that the same spectrum got before, which is superseded; else a new row 0
 };
 
+/// Row of the fit graph that the spectrum of slot `source` got before, or -1.
+[[nodiscard]] int OwnFitRow(int source);
+
 /// Curve (all peaks, without background), property and peaks of slot `source` into a fit graph: the
 /// source itself when it is one, else the row that `which` says; "Fit" in the list. The row that it
 /// stands in, or -1 when there was no room (told by the row's insertion). The current row is not

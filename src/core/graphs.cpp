@@ -2,6 +2,7 @@
 #include "core/graphs.h"
 
 #include "analysis/frmmanualfit.h"
+#include "analysis/roi.h"
 #include "core/areamarks.h"
 #include "core/cursors.h"
 #include "core/expand.h"
@@ -120,6 +121,14 @@ void WindowStyleRule(int win) {
     ArrangeWindows();
 }
 
+/// A closed graph takes its regions of interest along; the graph that gets its slot next has
+/// nothing to do with them. Files opened in place of others keep the regions: a run of spectra is
+/// looked at in the same ones.
+void DropRegionsOf(int slot) {
+    for (int i = store.Rois.RoiNum - 1; i >= 0; --i)
+        if (Item(store.Rois.RoiTable, i).DataNo == slot) DeleteRoi(store.Rois, 0, i, Marks{});
+}
+
 }  // namespace
 
 void RemoveAllRows() {
@@ -219,6 +228,7 @@ int GetGraphSpace(int mark) {
 
 void ShiftGraph(int start, int direction, std::int16_t& ok) {
     const int last = store.GraphTotal - 1;
+    const Selections selected = SelectedSlots();
     ok = FALSE_WORD;
     if (last < 0) {
         Say("ShiftGraph: Data Notting!");
@@ -240,6 +250,11 @@ void ShiftGraph(int start, int direction, std::int16_t& ok) {
         RowEntry(last).State = 0;
     }
     ok = TRUE_WORD;
+    // What a window has chosen goes along with its row, also in the window that nobody works in.
+    for (std::size_t win = 0; win < WINDOW_COUNT; ++win) {
+        const int row = selected[win] < 0 ? -1 : RowOfSlot(selected[win]);
+        if (row >= 0) frmVaelAna.cboGrphSel[win].Index = row;
+    }
     RefreshRows();
 }
 
@@ -249,8 +264,10 @@ void DeleteGraph(int row) {
     const Selections selected = SelectedSlots();
     if (RowEntry(row).State != 0) {
         std::int16_t ok = TRUE_WORD;
+        const int slot = RowEntry(row).DataNo;
         ClearGrp(row, ok);
         if (ok != FALSE_WORD) return;
+        DropRegionsOf(slot);
     }
     for (int from = row + 1; from <= last; ++from) RowEntry(from - 1) = RowEntry(from);
     if (row <= last) RowEntry(last) = GraphEntry{};
@@ -306,6 +323,8 @@ bool IsDerivedName(const std::string& name) {
 }
 
 int GetRealWinNo() { return frmVaelAna.ckbExpand.Value != 0 ? 0 : frmVaelAna.ActiveWin; }
+
+int WindowOfRow(int row) { return Expanded() ? 0 : RowEntry(row).WinNo; }
 
 int GetGrpNo() {
     return std::max(0, frmVaelAna.cboGrphSel[static_cast<std::size_t>(GetRealWinNo())].Index);

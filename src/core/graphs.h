@@ -48,6 +48,8 @@ void ClearAllGrp(std::int16_t& ok);
 [[nodiscard]] bool IsDerivedName(const std::string& name);
 /// The window that commands work on: 0 in Expand style, else the active one.
 [[nodiscard]] int GetRealWinNo();
+/// The window in which a row's graph stands: 0 in Expand style.
+[[nodiscard]] int WindowOfRow(int row);
 /// Current row of the real window.
 [[nodiscard]] int GetGrpNo();
 /// Count of allocated slots plus the window's list index.

@@ -99,6 +99,7 @@ void SetDerived(int row, int slot, const char* name) { SetGraph(GetRealWinNo(), 
 
 /// Button 4: the peaks whose centre lies in the area go, after a question.
 void DeletePeaksInArea() {
+    if (NothingThere()) return;
     if (!AskYesNo("It will deletes peaks in the range of the area cursor")) return;
     std::int16_t start = 0;
     std::int16_t end = 0;
@@ -177,6 +178,7 @@ bool NaxFitsCurrentRow(bool switchButtons) {
 
 /// Button 1: in ExpressFitting the area and the regions of interest go first.
 void ManualFitButton() {
+    if (NothingThere()) return;
     std::int16_t ok = FALSE_WORD;
     if (store.FitMode == 1) ResetRoiAll(ok);
     ShowManualFit();

@@ -79,6 +79,7 @@ void LoadSteps(const std::string& userFolder) {
     ClearSpectrum(-1);
     store.PeakTables = {};
     store.Rois = {};
+    store.FitSource = {};
 
     store.UserDataFolder = userFolder;
     ChangeFolder(userFolder);

@@ -186,7 +186,7 @@ void PlotDoubleClick(int win, double x, double) {
         if (peak < 0) peak = FindPeakAt(peaks, channel + off);
     }
     if (peak < 0 || Item(store.GraphList, GraphNo()).State == 0) return;
-    CsrX_Change(Whole16(RoundEven(Item(peaks.Peak, peak).Position)));
+    CsrX_Change(ChannelOf(Item(peaks.Peak, peak).Position));
     ShowPeakMemo(win, DataNo(), peak);
 }
 

@@ -45,7 +45,10 @@ struct Number {
     int Value = 0;
 };
 
-/// Writes numbers on a plot, the highest first, and leaves out those that would lie on another one.
+/// What becomes of a number that would lie on another one.
+enum class Crowded { LeftOut, Raised };
+
+/// Writes numbers on a plot, the highest first.
 class NumberWriter {
 public:
     explicit NumberWriter(int win) : win_(win), canvas_(*Engine().Target(win).Canvas) {
@@ -59,10 +62,10 @@ public:
 
     /// Keeps the places of numbers that are written by somebody else.
     void Keep(std::vector<Number> numbers) {
-        Place(std::move(numbers), [](const auto&...) {});
+        Place(std::move(numbers), Crowded::Raised, [](const auto&...) {});
     }
-    void Write(std::vector<Number> numbers, Colour colour) {
-        Place(std::move(numbers), [&](const Box& box, const std::string& text) {
+    void Write(std::vector<Number> numbers, Crowded crowded, Colour colour) {
+        Place(std::move(numbers), crowded, [&](const Box& box, const std::string& text) {
             canvas_.CurrentX = box.Left;
             canvas_.CurrentY = box.Top;
             canvas_.Print(text, colour);
@@ -79,7 +82,7 @@ private:
     };
 
     template <class Put>
-    void Place(std::vector<Number> numbers, const Put& put) {
+    void Place(std::vector<Number> numbers, Crowded crowded, const Put& put) {
         std::stable_sort(numbers.begin(), numbers.end(),
                          [](const Number& a, const Number& b) { return a.Height > b.Height; });
         const WindowState& window = Item(frmVaelAna.Windows, win_);
@@ -89,11 +92,15 @@ private:
             const std::string text = std::to_string(number.Value);
             const double width = canvas_.TextWidth(text) + canvas_.PixelUnit().Width * 2.0;
             const double tall = canvas_.TextHeight(text);
-            const Box box{number.Channel - width / 2.0,
-                          std::min(number.Height + tall * GAP, PlotTop(win_)), width, tall};
-            if (std::any_of(taken_.begin(), taken_.end(),
-                            [&](const Box& other) { return box.Meets(other); }))
-                continue;
+            Box box{number.Channel - width / 2.0,
+                    std::min(number.Height + tall * GAP, PlotTop(win_)), width, tall};
+            const auto taken = [&] {
+                return std::any_of(taken_.begin(), taken_.end(),
+                                   [&](const Box& other) { return box.Meets(other); });
+            };
+            while (crowded == Crowded::Raised && taken() && box.Top < PlotTop(win_))
+                box.Top += tall;
+            if (crowded == Crowded::LeftOut && taken()) continue;
             taken_.push_back(box);
             put(box, text);
         }
@@ -152,7 +159,8 @@ void ColourRegions(int slot) {
 
 void DrawRoiLabels(int win) {
     if (!CanWrite(win) || store.Rois.RoiNum == 0) return;
-    NumberWriter(win).Write(RoiNumbers(win), Item(store.ColorTable, ROLE_ROI_TEXT));
+    NumberWriter(win).Write(RoiNumbers(win), Crowded::Raised,
+                            Item(store.ColorTable, ROLE_ROI_TEXT));
 }
 
 void DrawPeakNumbers(int win) {
@@ -169,7 +177,7 @@ void DrawPeakNumbers(int win) {
     if (numbers.empty()) return;
     NumberWriter writer(win);
     writer.Keep(RoiNumbers(win));
-    writer.Write(std::move(numbers), Item(store.ColorTable, ROLE_PEAK_MARK));
+    writer.Write(std::move(numbers), Crowded::LeftOut, Item(store.ColorTable, ROLE_PEAK_MARK));
 }
 
 }  // namespace vael

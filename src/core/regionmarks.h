@@ -20,7 +20,7 @@ namespace vael {
 void ColourRegions(int slot);
 
 /// Draws the number of each region of interest, from 1, at the beginning of its mark on the graphs
-/// of the window. A number that would lie on a higher one is left out.
+/// of the window. A number that would lie on a higher one stands above that.
 void DrawRoiLabels(int win);
 /// The numbers of the current row's peaks above their lines, where the window draws that row, but
 /// for those that would lie on a higher one or on a region's.

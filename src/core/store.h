@@ -36,6 +36,8 @@ struct Store {
     std::array<std::int16_t, GRAPH_COUNT> SlotUsed{};  // -1 when slot n is allocated
     std::int16_t GraphTotal = 0;                       // count of allocated slots
     RoiList Rois{};
+    /// Slot of the spectrum whose peaks slot n shows as a fit graph, from 1; 0 for none.
+    std::array<std::int16_t, SLOT_COUNT> FitSource{};
 
     std::array<Colour, COLOUR_COUNT> ColorTable{};  // entry n < 14 is the colour of slot n
     ParamRecord DefaultParam{};

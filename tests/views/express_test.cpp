@@ -383,6 +383,60 @@ TEST(Express, AFaultInAFitLeavesTheTableAsItWas) {
     EXPECT_EQ(w.NamedRows("Fit"), 0);
 }
 
+TEST(Express, TheAreaOfAFittedPeakIsThatOfItsNewShape) {
+    Express w;
+    const int slot = w.OpenLines();
+    Click(V().mnuPeakAllIns);
+    CsrX_Change(1500);
+    Click(V().mnuFitting);
+    const PeakRecord& peak = PeakOf(slot, FindPeakAt(Table(slot), 1500));
+    // Height times half width times sqrt(pi / ln 2) is the area of a Gaussian.
+    EXPECT_NEAR(peak.Intensity, peak.Amplitude * peak.Width * 2.1289340388624525,
+                1e-6 * peak.Intensity);
+}
+
+TEST(Express, FittingOfTheWholeAxisForgetsTheRegionsOfInterest) {
+    Express w;
+    w.OpenLines();
+    CsrX_Change(100);
+    Click(V().mnuRoiStart);
+    CsrX_Change(200);
+    Click(V().mnuRoiEnd);
+    ASSERT_EQ(store.Rois.RoiNum, 1);
+    w.Area(1400, 1600);
+    Click(V().mnuFitting);
+    EXPECT_EQ(store.Rois.RoiNum, 0);
+}
+
+TEST(Express, OnAnEmptyRowNoFitTakesTheRegionsAway) {
+    Express w;
+    w.OpenLines();
+    CsrX_Change(100);
+    Click(V().mnuRoiStart);
+    CsrX_Change(200);
+    Click(V().mnuRoiEnd);
+    w.Area(1400, 1600);
+    Pick(V().cboGrphSel[0], 5);
+    Click(V().mnuFitting);
+    Click(V().mnuFittingAll);
+    EXPECT_EQ(store.Rois.RoiNum, 1);
+}
+
+TEST(InsertingPeaks, NeighboursWhoseRegionsOverlapArePartedAtTheValley) {
+    Express w;
+    w.Open({w.Spectrum("two.npd", 4096, {{1000.0, 6000, 12}, {1013.0, 6000, 12}})});
+    const int slot = DataNo();
+    settings.PeakThres = 20;
+    w.Area(960, 1050);
+    Click(V().mnuPeakAllIns);
+    int pairs = 0;
+    for (int i = 0; i + 1 < Table(slot).PeakNum; ++i) {
+        EXPECT_LE(PeakOf(slot, i).EndCh, PeakOf(slot, i + 1).StartCh);
+        pairs += PeakOf(slot, i).EndCh + 1 == PeakOf(slot, i + 1).StartCh ? 1 : 0;
+    }
+    EXPECT_GE(pairs, 1) << "none was parted";
+}
+
 TEST(InsertingPeaks, AllOverTheAxisWithoutAnArea) {
     Express w;
     const int slot = w.OpenLines();
