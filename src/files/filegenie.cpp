@@ -78,20 +78,22 @@ std::string_view TakeToken(std::string_view& rest) {
     return token;
 }
 
+/// A whole number at the right edge of its columns, written as a writer does: no zero leads it.
 bool IsRightAligned(std::string_view cell) {
     std::size_t at = 0;
     while (at < cell.size() && cell[at] == ' ') ++at;
     if (at < cell.size() && cell[at] == '-') ++at;
-    return IsAllDigits(cell.substr(at));
+    const std::string_view digits = cell.substr(at);
+    return IsAllDigits(digits) && (digits.front() != '0' || digits.size() == 1);
 }
 
-/// Whether a line is exactly `cells` right-aligned counts of 7 columns, as the writer lays them
-/// out: a count of seven characters then touches its neighbour.
-bool IsOfCells(std::string_view line, int cells) {
-    if (line.size() != CELL * static_cast<std::size_t>(cells)) return false;
+/// How many right-aligned counts of 7 columns a line is made of; 0 where it is not. A count of seven
+/// characters touches its neighbour there, and only the columns tell them apart.
+int CellsOf(std::string_view line) {
+    if (line.size() % CELL != 0) return 0;
     for (std::size_t at = 0; at < line.size(); at += CELL)
-        if (!IsRightAligned(line.substr(at, CELL))) return false;
-    return true;
+        if (!IsRightAligned(line.substr(at, CELL))) return 0;
+    return static_cast<int>(line.size() / CELL);
 }
 
 /// The counts of one line into the channels from `at` on, at most to channel `count`.
@@ -103,32 +105,32 @@ public:
     /// Gives the channel behind the last one and leaves in `line` what was not taken.
     int Take(std::string_view& line, int at) const {
         const std::string_view whole = line;
+        const int due = std::min(PER_LINE, count_ - at);
         int channel = at;
         while (channel < count_) {
             const std::string_view token = TakeToken(line);
             if (token.empty()) break;
             const auto value = CountIn(token);
-            if (!value || (token.size() > CELL && IsOfCells(whole, Due(at)))) {
-                line = whole;
-                return TakeCells(line, at, token);
+            // Two counts that touch may look like one that fits: where the line is one of the
+            // writer's, its columns decide.
+            if (value && (token.size() <= CELL || CellsOf(whole) != due)) {
+                Put(channel++, *value);
+                continue;
             }
-            Put(channel++, *value);
+            if (CellsOf(whole) == 0)
+                lines_.Fail("a count of 32 bits was expected, not " + Quoted(token));
+            line = whole;
+            return TakeCells(line, at);
         }
         return channel;
     }
 
 private:
-    [[nodiscard]] int Due(int at) const { return std::min(PER_LINE, count_ - at); }
     void Put(int channel, std::int32_t value) const { Item(data_.Count, channel) = value; }
-    int TakeCells(std::string_view& line, int at, std::string_view token) const {
-        int channel = at;
-        while (channel < count_ && !std::all_of(line.begin(), line.end(), IsBlank)) {
-            const auto value = CountIn(line.substr(0, CELL));
-            if (!value) lines_.Fail("a count of 32 bits was expected, not " + Quoted(token));
-            Put(channel++, *value);
-            line.remove_prefix(std::min(CELL, line.size()));
-        }
-        return channel;
+    int TakeCells(std::string_view& line, int at) const {
+        for (; at < count_ && !line.empty(); line.remove_prefix(CELL))
+            Put(at++, CountIn(line.substr(0, CELL)).value_or(0));
+        return at;
     }
     const Lines& lines_;
     SpectrumData& data_;
