@@ -87,8 +87,8 @@ bool IsRightAligned(std::string_view cell) {
     return IsAllDigits(digits) && (digits.front() != '0' || digits.size() == 1);
 }
 
-/// How many right-aligned counts of 7 columns a line is made of; 0 where it is not. A count of seven
-/// characters touches its neighbour there, and only the columns tell them apart.
+/// How many right-aligned counts of 7 columns a line is made of; 0 where it is not. A count of
+/// seven characters touches its neighbour there, and only the columns tell them apart.
 int CellsOf(std::string_view line) {
     if (line.size() % CELL != 0) return 0;
     for (std::size_t at = 0; at < line.size(); at += CELL)

@@ -1,9 +1,9 @@
 // Fuzzes the reader of .cnf: any bytes end in a result or a fault that names the offset.
 //
-// A file is longer than the inputs a fuzzer likes, and nearly all of it is never looked at. An input
-// that begins with "S" therefore stands for a file: the byte at offset 11, the file's size in two
-// bytes, and the bytes from the first field on; behind them the file is a pattern. Any other input is
-// the file itself.
+// A file is longer than the inputs a fuzzer likes, and nearly all of it is never looked at. An
+// input that begins with "S" therefore stands for a file: the byte at offset 11, the file's size in
+// two bytes, and the bytes from the first field on; behind them the file is a pattern. Any other
+// input is the file itself.
 #include "core/fault.h"
 #include "files/filegenie.h"
 
