@@ -1,11 +1,13 @@
 // The settings dialog: smoothing, background, peak search, the two fitters and the pick-up range.
 #include "analysis/frmsetting.h"
 
+#include "core/cursors.h"
 #include "core/fault.h"
 #include "core/frmvaelana.h"
 #include "core/params.h"
 #include "core/store.h"
 #include "core/text.h"
+#include "core/windows.h"
 #include "toolkit/hand.h"
 
 #include <algorithm>
@@ -55,6 +57,12 @@ void StoreIfNumeric(const TextBox& box, double& value) {
     if (const auto number = ParseNumber(Trim(box.Text))) value = *number;
 }
 
+/// What shows a DAC spectrum's d goes by lambda.
+void ShowByLambda() {
+    ShowCursorValues();
+    XScaleDraw();
+}
+
 /// Where a step ends in a fault, what the steps before it stored stays, and the dialog stays open.
 void cmdOk_Click() {
     const SettingView& v = frmSetting;
@@ -78,6 +86,7 @@ void cmdOk_Click() {
     StoreIfNumeric(v.txtJudgeRange, settings.JudgeRange);
     // 8. and 9.
     settings.SmoothingOn = Whole16(v.chkSmoothingOn.Value);
+    ShowByLambda();
     frmSetting.Visible = false;
     TellStatus("The settings were taken over.");
 }
@@ -89,6 +98,7 @@ void cmdCansel_Click() { frmSetting.Visible = false; }
 void cmdDefault_Click() {
     SettingView& v = frmSetting;
     SetDefault();
+    ShowByLambda();
     v.txtEACPS.Text = FormatNumber(settings.EACPS, BG_FORMAT);
     v.txtISPPK.Text = FormatNumber(settings.ISPPK, WIDTH_FORMAT);
     v.txtLambda.Text = FormatNumber(settings.Lambda, LAMBDA_FORMAT);

@@ -56,6 +56,18 @@ void FollowCursor() {
     XScaleDraw();
 }
 
+/// A cursor box of a spectrum against the energy: it has no angle.
+double EnergyBox(int unit, int ch, int slot) {
+    return unit == UNIT_2THETA ? 0.0 : ChToUnit(unit, ch, ParamInForce(slot), DacNow());
+}
+
+/// The view of a DAC spectrum: it has no energy, whatever its record or the default calibration
+/// hold, so keV and Q are 0, and its d comes from the angle through Lambda, also in the box of d.
+double AngleBox(int unit, int ch, int slot) {
+    if (unit == UNIT_KEV || unit == UNIT_Q) return 0.0;
+    return ChToUnit(unit == UNIT_D ? int{UNIT_2THETA} : unit, ch, ParamInForce(slot), DacNow());
+}
+
 void MoveCursor(double ch) {
     VaelAnaView& v = frmVaelAna;
     v.Cursor = Held(ch);
@@ -106,12 +118,10 @@ void ShowCursorValues() {
     const int ch = CursorCh();
     const int slot = DataNo();
     const bool angle = Item(store.PropertyRecords, slot).SourceType == SOURCE_DAC;
-    const ParamRecord& param = ParamInForce(slot);
     constexpr std::array<int, 5> SHOWN{UNIT_CH, UNIT_KEV, UNIT_D, UNIT_Q, UNIT_2THETA};
-    for (std::size_t k = 0; k < SHOWN.size(); ++k) {
-        const bool possible = SHOWN[k] != UNIT_2THETA || angle;  // only DAC spectra have an angle
-        v.inumCursorDisp[k].Value = possible ? ChToUnit(SHOWN[k], ch, param, DacNow()) : 0.0;
-    }
+    for (std::size_t k = 0; k < SHOWN.size(); ++k)
+        v.inumCursorDisp[k].Value =
+            angle ? AngleBox(SHOWN[k], ch, slot) : EnergyBox(SHOWN[k], ch, slot);
     for (int win = 0; win < WINDOW_COUNT; ++win) {
         const GraphEntry* entry = SelectedRow(win);
         const bool inside =

@@ -169,7 +169,9 @@ void ReadGraph(int win, int row, const std::string& path, std::int16_t& ok) {
     Item(store.PropertyRecords, slot).Param.DerivedFlags = 0;
 
     const std::int16_t done =
-        ReadByExtension(path, {data, Item(store.PropertyRecords, slot), store.LastSourceType},
+        ReadByExtension(path,
+                        {data, Item(store.PropertyRecords, slot), store.LastSourceType,
+                         &store.DacOffset, &store.DacSlope},
                         Item(store.PeakTables, slot), DeskFileTalk());
     if (done != TRUE_WORD) return;
 

@@ -76,7 +76,9 @@ double ChToUnit(int unit, double ch, const ParamRecord& param, const DacAxis& da
             if (!(energy > 0.0)) return 0.0;
             return energy * FOUR_PI_Q * std::sin((param.TwoTheta / 180.0 * PI_DEGREES) / 2.0) /
                    HC_Q;
-        case UNIT_2THETA: return DacChannelToD(x - 1.0, dac);
+        case UNIT_2THETA:
+            // Channels may begin at the angle 0, which has no d: axis and boxes go on with 0 there.
+            return dac.Offset + dac.Slope * (x - 1.0) == 0.0 ? 0.0 : DacChannelToD(x - 1.0, dac);
         default: return 0.0;
     }
 }

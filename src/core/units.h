@@ -33,7 +33,7 @@ inline constexpr double LAMBDA_REFERENCE = 1.5418;  // angstrom, of the referenc
 [[nodiscard]] double EnergyToCh(double energy, std::span<const double, 3> coef);
 
 /// A 0-based channel in the unit. d and wavelength in angstrom, Q in 1/angstrom; 0 where the energy
-/// or 2 theta does not allow it. Faults: Division (unit 6 with an angle of 0).
+/// or 2 theta does not allow it. Unit 6 is `DacChannelToD`, and 0 at the angle 0.
 [[nodiscard]] double ChToUnit(int unit, double ch, const ParamRecord& param, const DacAxis& dac);
 
 /// The unit value as a 0-based channel; units 0 to 4, others give 0. For d the half angle goes into

@@ -47,8 +47,7 @@ struct XAxis {
 /// Draws the lower axis: ticks and labels. A canvas whose top coordinate is not 0 keeps its
 /// coordinates (channels across, the axis at 100, text below it); else (the plain strip) it is
 /// scaled to the channels across and 0 to 100 up, the axis line is drawn, and the last tick stands
-/// on the last shown channel. Faults: Subscript for more than 20 divisions, Division for none and
-/// for unit 6 with an angle of 0.
+/// on the last shown channel. Faults: Subscript for more than 20 divisions, Division for none.
 void XScaleDraw(Canvas& canvas, const XAxis& what, const ParamRecord& inForce, const DacAxis& dac,
                 AxisScale& axis, Colour ink);
 

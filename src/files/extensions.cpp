@@ -2,6 +2,8 @@
 #include "files/extensions.h"
 
 #include "core/text.h"
+#include "files/filedac.h"
+#include "files/filegenie.h"
 #include "files/filenpd.h"
 
 #include <algorithm>
@@ -15,6 +17,18 @@ std::int16_t ReadXbm(const std::string& path, ReadTarget target, PeakTable&, con
 
 std::int16_t ReadNpd(const std::string& path, ReadTarget target, PeakTable&, const FileTalk& talk) {
     return LoadNpd(path, target, talk);
+}
+
+std::int16_t ReadCnf(const std::string& path, ReadTarget target, PeakTable&, const FileTalk& talk) {
+    return LoadCnf(path, target, talk);
+}
+
+std::int16_t ReadRpt(const std::string& path, ReadTarget target, PeakTable&, const FileTalk& talk) {
+    return LoadRpt(path, target, talk);
+}
+
+std::int16_t ReadRaw(const std::string& path, ReadTarget target, PeakTable&, const FileTalk& talk) {
+    return LoadDac(path, target, talk);
 }
 
 std::int16_t WriteXbm(const std::string& path, const WriteSource& source, const FileTalk& talk) {
@@ -33,15 +47,21 @@ std::int16_t WriteNpd(const std::string& path, const WriteSource& source, const 
     return SaveNpd(path, source.Data, source.Prop, talk);
 }
 
+std::int16_t WriteRpt(const std::string& path, const WriteSource& source, const FileTalk& talk) {
+    return SaveRpt(path, source.Data, source.Prop, talk);
+}
+
 constexpr bool LATER = true;
 
-constexpr std::array<FileKind, 8> KINDS{
+constexpr std::array<FileKind, 10> KINDS{
     {{"###", "native binary counts", ReadXbm, nullptr},
-     {"rpt", "Genie report", nullptr, nullptr, LATER},
+     {"cnf", "Genie CNF", ReadCnf, nullptr},
+     {"rpt", "Genie report", ReadRpt, WriteRpt},
      {"xbm", "native binary", ReadXbm, WriteXbm},
      {"xba", "native binary with peak table", LoadXba, WriteXba},
      {"xta", "native text with peak table", nullptr, WriteXta},
      {"npd", "Nippon high Pressure Data", ReadNpd, WriteNpd},
+     {"raw", "DAC raw", ReadRaw, nullptr},
      {"gsa", "GSAS", nullptr, nullptr, LATER},
      {"csv", "spectrum CSV", nullptr, nullptr, LATER}}};
 

@@ -12,11 +12,14 @@
 namespace vael {
 
 /// Where a reader puts what it reads: the slot's spectrum and record, and the process-wide word for
-/// the kind of file read last.
+/// the kind of file read last. The axis of DAC spectra is process-wide too; only the reader of
+/// `.raw` sets it, where there is one to set.
 struct ReadTarget {
     SpectrumData& Data;
     PropertyRecord& Prop;
     std::int16_t& LastSourceType;
+    double* DacOffset = nullptr;  // degrees
+    double* DacSlope = nullptr;   // degrees a channel
 };
 
 // Every reader and writer gives -1 on success and 0 on failure. Failures are silent here (no

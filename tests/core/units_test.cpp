@@ -158,6 +158,8 @@ TEST(Units, ADacChannelIsAnAngle) {
     EXPECT_NEAR(DacChannelToD(800.0, dac), 0.5 / (2.0 * std::sin(5.0 * M_PI / 180.0)), 1e-12);
     EXPECT_NEAR(ChToUnit(UNIT_2THETA, 800.0, ParamRecord{}, dac), DacChannelToD(800.0, dac), 1e-9);
     EXPECT_THROW((void)DacChannelToD(0.0, DacAxis{}), Fault);
+    EXPECT_EQ(ChToUnit(UNIT_2THETA, 0.0, ParamRecord{}, DacAxis{}), 0.0)
+        << "an axis that begins at the angle 0 can be drawn";
 }
 
 TEST(Units, RoundingAtAPowerOfTen) {
