@@ -2,7 +2,10 @@
 #include "files/extensions.h"
 
 #include "core/text.h"
+#include "files/filegsa.h"
 #include "files/filenpd.h"
+#include "files/fileortec.h"
+#include "files/trip.h"
 
 #include <algorithm>
 
@@ -33,17 +36,40 @@ std::int16_t WriteNpd(const std::string& path, const WriteSource& source, const 
     return SaveNpd(path, source.Data, source.Prop, talk);
 }
 
+/// LoadChn leaves its faults to its caller, which is here.
+std::int16_t ReadChn(const std::string& path, ReadTarget target, PeakTable&, const FileTalk& talk) {
+    try {
+        return LoadChn(path, target, talk);
+    } catch (const Fault& fault) {
+        LogFault(path, fault, talk);
+        return FALSE_WORD;
+    }
+}
+
+std::int16_t ReadGsa(const std::string& path, ReadTarget target, PeakTable&, const FileTalk& talk) {
+    return LoadGsa(path, target, talk);
+}
+
+std::int16_t WriteGsa(const std::string& path, const WriteSource& source, const FileTalk& talk) {
+    return SaveGsa(path, source.Data, source.Prop, talk);
+}
+
+std::int16_t WriteCsv(const std::string& path, const WriteSource& source, const FileTalk& talk) {
+    return SaveCsv(path, source.Data, source.Prop, talk);
+}
+
 constexpr bool LATER = true;
 
-constexpr std::array<FileKind, 8> KINDS{
-    {{"###", "native binary counts", ReadXbm, nullptr},
-     {"rpt", "Genie report", nullptr, nullptr, LATER},
-     {"xbm", "native binary", ReadXbm, WriteXbm},
-     {"xba", "native binary with peak table", LoadXba, WriteXba},
-     {"xta", "native text with peak table", nullptr, WriteXta},
-     {"npd", "Nippon high Pressure Data", ReadNpd, WriteNpd},
-     {"gsa", "GSAS", nullptr, nullptr, LATER},
-     {"csv", "spectrum CSV", nullptr, nullptr, LATER}}};
+constexpr auto KINDS =
+    std::to_array<FileKind>({{"###", "native binary counts", ReadXbm, nullptr},
+                             {"chn", "Ortec CHN", ReadChn, nullptr},
+                             {"rpt", "Genie report", nullptr, nullptr, LATER},
+                             {"xbm", "native binary", ReadXbm, WriteXbm},
+                             {"xba", "native binary with peak table", LoadXba, WriteXba},
+                             {"xta", "native text with peak table", nullptr, WriteXta},
+                             {"npd", "Nippon high Pressure Data", ReadNpd, WriteNpd},
+                             {"gsa", "GSAS", ReadGsa, WriteGsa},
+                             {"csv", "spectrum CSV", nullptr, WriteCsv}});
 
 }  // namespace
 
