@@ -3,7 +3,7 @@
 #include "support/world.h"
 
 #include "batch/convert.h"
-#include "files/extensions.h"
+#include "core/wholefile.h"
 #include "files/filenpd.h"
 
 #include <gtest/gtest.h>

@@ -13,7 +13,8 @@ using namespace vael;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     constexpr std::int32_t MARK = 1234567;
     std::istringstream in(std::string(reinterpret_cast<const char*>(bytes), size));
-    const auto data = std::make_unique<SpectrumData>();
+    static const auto data =
+        std::make_unique<SpectrumData>();  // what an input leaves is read by none
     data->Count.back() = MARK;
     PropertyRecord prop{};
     std::int16_t last = 3;
