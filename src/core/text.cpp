@@ -190,6 +190,14 @@ double RoundHalfAway(double value, int digits) {
 
 std::string WholeText(long long value) { return (value < 0 ? "" : " ") + std::to_string(value); }
 
+void AddRight(std::string& line, std::int64_t value, std::size_t columns) {
+    std::array<char, 20> digits;
+    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+    const auto size = static_cast<std::size_t>(end - digits.data());
+    if (size < columns) line.append(columns - size, ' ');
+    line.append(digits.data(), size);
+}
+
 std::string_view TrimView(std::string_view text) {
     const auto first = text.find_first_not_of(" \t\r\n");
     if (first == std::string_view::npos) return {};

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -25,6 +27,9 @@ namespace vael {
 
 /// Text of a whole number as list output gives it: a blank (or "-"), the digits, no trailing blank.
 [[nodiscard]] std::string WholeText(long long value);
+
+/// Appends a whole number right-aligned in `columns`; one that is wider stands in full.
+void AddRight(std::string& line, std::int64_t value, std::size_t columns);
 
 /// The number that a text holds, blanks around it allowed: an optional sign, digits with at most
 /// one point, an optional exponent by E or D.

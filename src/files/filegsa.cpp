@@ -7,8 +7,6 @@
 #include "files/trip.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 
 // Layout as written, lines that end in CR LF, code page 932:
 //   1  " File: " and the file name, 27 columns; "Date: " and the time, to column 65; "2theta = ";
@@ -44,14 +42,6 @@ std::string Left(std::string text, std::size_t columns) {
     return text;
 }
 
-void AddCell(std::string& line, std::int32_t count) {
-    std::array<char, 12> digits;
-    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), count).ptr;
-    const auto size = static_cast<std::size_t>(end - digits.data());
-    if (size < CELL) line.append(CELL - size, ' ');
-    line.append(digits.data(), size);
-}
-
 std::string FileLine(const PropertyRecord& prop) {
     const std::string file = FitCp932(" File: " + OneLine(prop.FileName.View()), 27);
     const std::string dated = FitCp932(file + "Date: " + NpdMoment(prop), 65);
@@ -81,14 +71,14 @@ void WriteGsaText(std::ostream& out, const SpectrumData& data, const PropertyRec
     std::string line;
     for (int row = 0; row < full; ++row) {
         line.clear();
-        for (int k = 0; k < A_LINE; ++k) AddCell(line, value(row * A_LINE + k));
+        for (int k = 0; k < A_LINE; ++k) AddRight(line, value(row * A_LINE + k), CELL);
         out << line << END;
     }
     if (left == 0) return;
     line.clear();
     const int stuck = full > 0 ? full * A_LINE + A_LINE : 0;
-    for (int k = 0; k < left; ++k) AddCell(line, value(divided ? stuck : full * A_LINE + k));
-    for (int k = left; k < A_LINE; ++k) AddCell(line, 0);
+    for (int k = 0; k < left; ++k) AddRight(line, value(divided ? stuck : full * A_LINE + k), CELL);
+    for (int k = left; k < A_LINE; ++k) AddRight(line, 0, CELL);
     out << line << END;
 }
 

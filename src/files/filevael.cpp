@@ -188,11 +188,12 @@ void WriteXtaText(std::ostream& out, const SpectrumData& data, const PropertyRec
     constexpr const char* END = "\r\n";
     const ParamRecord& param = prop.Param;
     out << WholeText(data.DataNo) << ' ' << END;
+    std::string line;
     for (int i = 0; i < data.DataNo; ++i) {
-        if (i % 8 == 0 && i != 0) out << END;
-        const std::string text = FormatAligned(Item(data.Count, i), "######0");
-        out << std::string(text.size() < 7 ? 7 - text.size() : 0, ' ') << text;
+        if (i % 8 == 0 && i != 0) line += END;
+        AddRight(line, Item(data.Count, i), 7);
     }
+    out << line;
     if (data.DataNo > 0) out << END;
     out << FitCp932(prop.SampleName.View(), 20) << FitCp932(prop.FileName.View(), 40)
         << DateToShow(prop.OpDate.View()) << ' ' << TimeToShow(prop.OpTime.View()) << "   " << END;

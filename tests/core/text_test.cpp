@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 #include <random>
 
 using namespace vael;
@@ -122,6 +123,15 @@ TEST(Text, FormatsAgreeWithARoundingByHandOverManyNumbers) {
             ASSERT_EQ(FormatNumber(value, formats[k]), ByHand(value, decimals[k]))
                 << value << " by " << formats[k];
     }
+}
+
+TEST(Text, WholeNumbersStandRightAlignedOrInFull) {
+    std::string line = "x";
+    AddRight(line, 5, 4);
+    AddRight(line, -123, 4);
+    AddRight(line, 12345, 4);
+    AddRight(line, std::numeric_limits<std::int64_t>::min(), 4);
+    EXPECT_EQ(line, "x   5-12312345-9223372036854775808");
 }
 
 TEST(Text, NumbersAreReadWithoutTheLocale) {
