@@ -30,7 +30,7 @@ Examples:
   vael-batch convert --to gsa --out . --force AuWire.xbm
 
 Exit status: 0 when every file was converted, 1 when some were not (each is named with its reason),
-2 for a wrong call, and when two inputs would be written under one name (nothing is written then).)";
+2 for a wrong call, or for two inputs that would be written under one name (nothing is written).)";
 
 constexpr int JOBS_A_WORKER = 500;  // the .xba reader keeps its files open
 

@@ -49,8 +49,8 @@ std::int16_t LoadXba(const std::string& path, ReadTarget target, PeakTable& peak
 /// channels (record read, spectrum untouched).
 void ReadXbmBody(std::istream& in, ReadTarget target, std::string* note = nullptr);
 void WriteXbmBody(std::ostream& out, const SpectrumData& data, const PropertyRecord& prop);
-/// The same with the peak block behind it; a block that is not there, or a negative number of peaks,
-/// reads as no peaks. Faults: FileContent for more than 100 peaks.
+/// The same with the peak block behind it; a block that is not there, or a negative number of
+/// peaks, reads as no peaks. Faults: FileContent for more than 100 peaks.
 void ReadXbaBody(std::istream& in, ReadTarget target, PeakTable& peaks,
                  std::string* note = nullptr);
 void WriteXbaBody(std::ostream& out, const SpectrumData& data, const PropertyRecord& prop,
