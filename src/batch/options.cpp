@@ -16,7 +16,8 @@ namespace {
 constexpr const char* FOOTER = R"(
 Each spectrum goes the road of the window: smoothed, freed of its background, fitted without
 help, matched to the crystal, refined to a cell, and, with a pressure marker, turned
-into a pressure. Spectra: .npd, .xbm, .xba and .xbm under numeric extensions.
+into a pressure. Spectra: .npd, .xbm, .xba, .chn and .xbm under numeric extensions.
+"vael-batch convert --help" tells how to write them in another form.
 
 Examples:
   vael-batch --crystal Au run/*.npd

@@ -50,17 +50,6 @@ std::string SuffixFor(const std::string& name) {
 }
 
 /// Nothing was written for want of a writer.
-void TellNoWriter(const FileKind* kind, const std::string& base, const std::string& extension) {
-    if (kind != nullptr && kind->WrittenLater) {
-        const std::string sentence = "Files of the form \"" + extension +
-                                     "\" are written in a later release: nothing was saved.";
-        TellStatus(sentence);
-        Say(sentence);
-        return;
-    }
-    TellStatus("Not saved: " + base + " has no extension of a form that is written.", true);
-}
-
 void TellWritten(const GraphEntry& entry, const PathPieces& to, bool done, const Heard& heard) {
     if (done)
         TellStatus("Saved " + entry.Name + " as " + to.Base() + " in " + to.Drive + to.Folder +
@@ -120,8 +109,11 @@ void FileSave() {
     prop.RecordValid = 1;
 
     const FileKind* kind = KindOf(path);
-    if (kind == nullptr || kind->Write == nullptr)
-        return TellNoWriter(kind, pieces.Base(), LowerCase(pieces.Ext));
+    if (kind == nullptr || kind->Write == nullptr) {
+        TellStatus("Not saved: " + pieces.Base() + " has no extension of a form that is written.",
+                   true);
+        return;
+    }
     Heard heard;
     const WriteSource source{.Data = Item(store.SpectrumDatas, entry.DataNo),
                              .Prop = prop,

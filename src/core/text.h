@@ -2,6 +2,8 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -26,7 +28,11 @@ namespace vael {
 /// Text of a whole number as list output gives it: a blank (or "-"), the digits, no trailing blank.
 [[nodiscard]] std::string WholeText(long long value);
 
-/// The number that a text holds, blanks around it allowed: sign, digits, point, exponent.
+/// Appends a whole number right-aligned in `columns`; one that is wider stands in full.
+void AddRight(std::string& line, std::int64_t value, std::size_t columns);
+
+/// The number that a text holds, blanks around it allowed: an optional sign, digits with at most
+/// one point, an optional exponent by E or D.
 [[nodiscard]] std::optional<double> ParseNumber(std::string_view text);
 [[nodiscard]] bool IsNumeric(std::string_view text);
 
@@ -34,6 +40,7 @@ namespace vael {
 [[nodiscard]] double Number(std::string_view text);
 
 [[nodiscard]] std::string Trim(std::string_view text);
+[[nodiscard]] std::string_view TrimView(std::string_view text);
 [[nodiscard]] std::string LowerCase(std::string_view ascii);
 [[nodiscard]] bool IsAllDigits(std::string_view text);
 

@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <optional>
+#include <utility>
 
 namespace vael {
 namespace {
@@ -49,10 +51,45 @@ int WriteAll(int fd, std::string_view bytes) {
     return 0;
 }
 
-std::string TailOf(const std::string& path, std::size_t from) {
+/// The bytes of a file from an offset to its end; none where they cannot be read as a whole.
+std::optional<std::string> TailOf(const std::string& path, std::size_t from, std::size_t size) {
     std::ifstream in(path, std::ios::binary);
     in.seekg(static_cast<std::streamoff>(from));
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    std::string tail(size - from, '\0');
+    if (!in.read(tail.data(), static_cast<std::streamsize>(tail.size()))) return std::nullopt;
+    return tail;
+}
+
+/// The file that a path means, links followed, also where it is not there yet.
+std::string Followed(const std::string& path) {
+    constexpr int LINKS = 40;  // a longer chain is a ring
+    fs::path at(path);
+    std::error_code none;
+    for (int n = 0; fs::is_symlink(at, none); ++n) {
+        const fs::path next = fs::read_symlink(at, none);
+        if (none || n == LINKS) Refuse(path, "its link leads nowhere");
+        at = next.is_absolute() ? next : at.parent_path() / next;
+    }
+    return at.string();
+}
+
+/// A name in the same folder that is no longer than a name may be.
+std::string Beside(const fs::path& place) {
+    constexpr std::size_t FITS = 200;
+    return (place.parent_path() /
+            ("." + place.filename().string().substr(0, FITS) + "." + std::to_string(::getpid())))
+        .string();
+}
+
+/// The new file belongs to whom the old one did, with the same permissions.
+void TakeOver(int fd, const std::string& old) {
+    struct stat was {};
+    if (::stat(old.c_str(), &was) != 0) return;
+    struct stat now {};
+    if (::fstat(fd, &now) == 0 && (now.st_uid != was.st_uid || now.st_gid != was.st_gid))
+        if (::fchown(fd, was.st_uid, was.st_gid) != 0)  // only root gives files away
+            (void)::fchown(fd, static_cast<uid_t>(-1), was.st_gid);
+    (void)::fchmod(fd, was.st_mode & 07777);
 }
 
 /// Puts a folder's entries on the disk, so that a rename in it outlives a loss of power. A file
@@ -98,11 +135,7 @@ bool FileExists(const std::string& path) {
 
 void ReplaceFile(const std::string& path, std::string_view bytes, bool keepTail) {
     std::error_code none;
-    std::string target = path;
-    if (fs::is_symlink(path, none)) {
-        const auto real = fs::canonical(path, none);
-        if (!none) target = real.string();
-    }
+    const std::string target = Followed(path);
     const auto status = fs::status(target, none);
     if (fs::is_directory(status)) Refuse(path, "it is a folder, a file was expected");
     const bool exists = fs::exists(status);
@@ -110,24 +143,25 @@ void ReplaceFile(const std::string& path, std::string_view bytes, bool keepTail)
     if (exists && ::access(target.c_str(), W_OK) != 0) Refuse(path, Reason(errno));
 
     std::string whole(bytes);
-    if (keepTail && exists && fs::file_size(target, none) > bytes.size())
-        whole += TailOf(target, bytes.size());
+    if (const auto size = exists ? fs::file_size(target, none) : 0;
+        keepTail && size > bytes.size()) {
+        const auto tail = TailOf(target, bytes.size(), size);
+        // What may be written and not read keeps its tail only where it is.
+        if (!tail) return WriteInPlace(target, bytes, keepTail);
+        whole += *tail;
+    }
 
     const fs::path place(target);
-    const std::string beside =
-        (place.parent_path() / ("." + place.filename().string() + "." + std::to_string(::getpid())))
-            .string();
-    Descriptor file(::open(beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    const std::string beside = Beside(place);
+    Descriptor file(::open(beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC,
+                           exists ? 0600 : 0666));  // nobody reads it before it has its rights
     if (file.Get() < 0) {
         if (exists && (errno == EACCES || errno == EPERM))
             return WriteInPlace(target, bytes, keepTail);
         Refuse(path, Reason(errno));
     }
     int error = WriteAll(file.Get(), whole);
-    if (error == 0 && exists) {
-        struct stat old {};
-        if (::stat(target.c_str(), &old) == 0) (void)::fchmod(file.Get(), old.st_mode & 07777);
-    }
+    if (error == 0 && exists) TakeOver(file.Get(), target);
     if (error == 0 && ::fsync(file.Get()) != 0) error = errno;
     if (!file.Close() && error == 0) error = errno;
     if (error == 0 && ::rename(beside.c_str(), target.c_str()) != 0) error = errno;

@@ -4,7 +4,10 @@
 #include "core/text.h"
 #include "files/filedac.h"
 #include "files/filegenie.h"
+#include "files/filegsa.h"
 #include "files/filenpd.h"
+#include "files/fileortec.h"
+#include "files/trip.h"
 
 #include <algorithm>
 
@@ -51,19 +54,40 @@ std::int16_t WriteRpt(const std::string& path, const WriteSource& source, const 
     return SaveRpt(path, source.Data, source.Prop, talk);
 }
 
-constexpr bool LATER = true;
+/// LoadChn leaves its faults to its caller, which is here.
+std::int16_t ReadChn(const std::string& path, ReadTarget target, PeakTable&, const FileTalk& talk) {
+    try {
+        return LoadChn(path, target, talk);
+    } catch (const Fault& fault) {
+        LogFault(path, fault, talk);
+        return FALSE_WORD;
+    }
+}
 
-constexpr std::array<FileKind, 10> KINDS{
-    {{"###", "native binary counts", ReadXbm, nullptr},
-     {"cnf", "Genie CNF", ReadCnf, nullptr},
-     {"rpt", "Genie report", ReadRpt, WriteRpt},
-     {"xbm", "native binary", ReadXbm, WriteXbm},
-     {"xba", "native binary with peak table", LoadXba, WriteXba},
-     {"xta", "native text with peak table", nullptr, WriteXta},
-     {"npd", "Nippon high Pressure Data", ReadNpd, WriteNpd},
-     {"raw", "DAC raw", ReadRaw, nullptr},
-     {"gsa", "GSAS", nullptr, nullptr, LATER},
-     {"csv", "spectrum CSV", nullptr, nullptr, LATER}}};
+std::int16_t ReadGsa(const std::string& path, ReadTarget target, PeakTable&, const FileTalk& talk) {
+    return LoadGsa(path, target, talk);
+}
+
+std::int16_t WriteGsa(const std::string& path, const WriteSource& source, const FileTalk& talk) {
+    return SaveGsa(path, source.Data, source.Prop, talk);
+}
+
+std::int16_t WriteCsv(const std::string& path, const WriteSource& source, const FileTalk& talk) {
+    return SaveCsv(path, source.Data, source.Prop, talk);
+}
+
+constexpr auto KINDS =
+    std::to_array<FileKind>({{"###", "native binary counts", ReadXbm, nullptr},
+                             {"chn", "Ortec CHN", ReadChn, nullptr},
+                             {"cnf", "Genie CNF", ReadCnf, nullptr},
+                             {"rpt", "Genie report", ReadRpt, WriteRpt},
+                             {"xbm", "native binary", ReadXbm, WriteXbm},
+                             {"xba", "native binary with peak table", LoadXba, WriteXba},
+                             {"xta", "native text with peak table", nullptr, WriteXta},
+                             {"npd", "Nippon high Pressure Data", ReadNpd, WriteNpd},
+                             {"raw", "DAC raw", ReadRaw, nullptr},
+                             {"gsa", "GSAS", ReadGsa, WriteGsa},
+                             {"csv", "spectrum CSV", nullptr, WriteCsv}});
 
 }  // namespace
 

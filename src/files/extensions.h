@@ -24,7 +24,6 @@ struct FileKind {
                          const FileTalk& talk);
     /// nullptr where the form is not written.
     std::int16_t (*Write)(const std::string& path, const WriteSource& source, const FileTalk& talk);
-    bool WrittenLater = false;  // the writer comes in a later release
 };
 
 /// All forms; no extension stands twice.

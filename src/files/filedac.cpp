@@ -5,6 +5,7 @@
 #include "core/text.h"
 #include "core/wholefile.h"
 #include "files/textfile.h"
+#include "files/trip.h"
 
 #include <algorithm>
 #include <optional>
@@ -173,7 +174,7 @@ std::int16_t LoadDac(const std::string& path, ReadTarget target, const FileTalk&
         if (!note.empty()) talk.log(path + ": " + note + ".");
         return TRUE_WORD;
     } catch (const Fault& fault) {
-        talk.log(FailureLine(path, fault));
+        LogFault(path, fault, talk);
         return FALSE_WORD;
     }
 }

@@ -6,6 +6,7 @@
 #include "core/text.h"
 #include "core/wholefile.h"
 #include "files/textfile.h"
+#include "files/trip.h"
 
 #include <algorithm>
 #include <memory>
@@ -352,7 +353,7 @@ std::int16_t SaveRpt(const std::string& path, const SpectrumData& data, const Pr
         ReplaceFile(path, text.view());
         return TRUE_WORD;
     } catch (const Fault& fault) {
-        talk.log(FailureLine(path, fault));
+        LogFault(path, fault, talk);
         return FALSE_WORD;
     }
 }
@@ -363,7 +364,7 @@ std::int16_t LoadRpt(const std::string& path, ReadTarget target, const FileTalk&
         ReadRptText(in, target);
         return TRUE_WORD;
     } catch (const Fault& fault) {
-        talk.log(FailureLine(path, fault));
+        LogFault(path, fault, talk);
         return FALSE_WORD;
     }
 }
@@ -375,7 +376,7 @@ std::int16_t LoadCnf(const std::string& path, ReadTarget target, const FileTalk&
         return TRUE_WORD;
     } catch (const Fault& fault) {
         talk.say(fault.Number() == FaultNumber::FileMissing ? "Fine NotFound" : "File Error");
-        talk.log(FailureLine(path, fault));
+        LogFault(path, fault, talk);
         return FALSE_WORD;
     }
 }

@@ -3,10 +3,12 @@
 
 #include "core/fault.h"
 #include "core/text.h"
-#include "core/wholefile.h"
+#include "core/units.h"
+#include "files/trip.h"
 
+#include <algorithm>
 #include <memory>
-#include <sstream>
+#include <span>
 #include <vector>
 
 // Layout of .xbm, packed, little-endian, offsets in bytes:
@@ -18,6 +20,12 @@
 // .xba goes on, only when RecordValid is 1:
 //             2  number of peaks P, signed
 //          70 P  peaks, PeakRecord in the record's order
+// Layout of .csv, lines that end in CR LF, code page 932; of the header each ends in ", ":
+//    1-10  key,value: Press X, Press Y, Press Z, Press Load, Pressure, Temperature, Live Time,
+//          EGC(0), EGC(1), 2theta with the Greek letter; EGC(2) is not written and counts for the
+//          energies all the same
+//   11-12  empty      13  channel count      14  Channel,Energy,Count
+//    then  channel from 1, its energy in keV, its count
 
 namespace vael {
 namespace {
@@ -95,6 +103,12 @@ void PeakRow(Stream& s, Peak& p) {
     s.Field(p.Fitted);
 }
 
+/// The first `count` channels (none below 0).
+template <class Counts>
+auto Channels(Counts& counts, int count) {
+    return std::span(counts).first(static_cast<std::size_t>(std::max(count, 0)));
+}
+
 void ReadBody(PackedReader& reader, ReadTarget target) {
     std::array<std::uint8_t, 2> mark{};
     reader.Bytes(mark);
@@ -107,44 +121,13 @@ void ReadBody(PackedReader& reader, ReadTarget target) {
                                                   ": at most 8192 channels were expected, not " +
                                                   std::to_string(count));
     target.Data.DataNo = count;
-    for (int i = 0; i < count; ++i) reader.Field(target.Data.Count[static_cast<std::size_t>(i)]);
+    reader.Fields(Channels(target.Data.Count, count));
     target.Prop.SourceType = SOURCE_NATIVE;
     target.LastSourceType = SOURCE_NATIVE;
 }
 
 void NoteShort(const PackedReader& reader, std::string* note) {
-    if (reader.Short() && note != nullptr)
-        *note = "the file ends at offset " + std::to_string(reader.Offset()) +
-                ", before its data do; what is missing reads as 0";
-}
-
-/// Runs a reader; a failure is silent but for the log.
-template <class Body>
-std::int16_t Reading(const std::string& path, const FileTalk& talk, Body body) {
-    try {
-        std::string note;
-        body(note);
-        if (!note.empty()) talk.log(path + ": " + note + ".");
-        return TRUE_WORD;
-    } catch (const Fault& fault) {
-        const std::string what = fault.what();
-        talk.log(what.starts_with(path) ? what : path + ": " + what + ".");
-        return FALSE_WORD;
-    }
-}
-
-template <class Body>
-std::int16_t Writing(const std::string& path, const FileTalk& talk, bool keepTail, Body body) {
-    try {
-        std::ostringstream image;
-        body(image);
-        ReplaceFile(path, image.view(), keepTail);
-        return TRUE_WORD;
-    } catch (const Fault& fault) {
-        const std::string what = fault.what();
-        talk.log(what.starts_with(path) ? what : path + ": " + what);
-        return FALSE_WORD;
-    }
+    if (reader.Short() && note != nullptr) *note = ShortNote(reader);
 }
 
 std::vector<std::unique_ptr<std::ifstream>>& HeldFiles() {
@@ -169,7 +152,8 @@ void WriteXbmBody(std::ostream& out, const SpectrumData& data, const PropertyRec
     CommonBlock(writer, prop);
     WriteParamBlock(writer, prop.Param);
     writer.Field(data.DataNo);
-    for (int i = 0; i < data.DataNo; ++i) writer.Field(Item(data.Count, i));
+    if (data.DataNo > MAX_CHANNELS) RaiseSubscript(data.DataNo - 1, data.Count.size());
+    writer.Fields(Channels(data.Count, data.DataNo));
 }
 
 void ReadXbaBody(std::istream& in, ReadTarget target, PeakTable& peaks, std::string* note) {
@@ -179,10 +163,12 @@ void ReadXbaBody(std::istream& in, ReadTarget target, PeakTable& peaks, std::str
         const std::uint64_t at = reader.Offset();
         PeakTable read{};
         reader.Field(read.PeakNum);
-        if (read.PeakNum < 0 || read.PeakNum > MAX_PEAKS)
+        if (read.PeakNum > MAX_PEAKS)
             throw Fault(FaultNumber::FileContent, "offset " + std::to_string(at) +
-                                                      ": 0 to 100 peaks were expected, not " +
+                                                      ": at most 100 peaks were expected, not " +
                                                       std::to_string(read.PeakNum));
+        // A block that is not there reads as 0 peaks, and a negative number stands for none too.
+        read.PeakNum = std::max<std::int16_t>(read.PeakNum, 0);
         for (int i = 0; i < read.PeakNum; ++i) PeakRow(reader, Item(read.Peak, i));
         peaks = read;
     }
@@ -202,11 +188,12 @@ void WriteXtaText(std::ostream& out, const SpectrumData& data, const PropertyRec
     constexpr const char* END = "\r\n";
     const ParamRecord& param = prop.Param;
     out << WholeText(data.DataNo) << ' ' << END;
+    std::string line;
     for (int i = 0; i < data.DataNo; ++i) {
-        if (i % 8 == 0 && i != 0) out << END;
-        const std::string text = FormatAligned(Item(data.Count, i), "######0");
-        out << std::string(text.size() < 7 ? 7 - text.size() : 0, ' ') << text;
+        if (i % 8 == 0 && i != 0) line += END;
+        AddRight(line, Item(data.Count, i), 7);
     }
+    out << line;
     if (data.DataNo > 0) out << END;
     out << FitCp932(prop.SampleName.View(), 20) << FitCp932(prop.FileName.View(), 40)
         << DateToShow(prop.OpDate.View()) << ' ' << TimeToShow(prop.OpTime.View()) << "   " << END;
@@ -216,6 +203,37 @@ void WriteXtaText(std::ostream& out, const SpectrumData& data, const PropertyRec
     out << "0,0,0" << END << "0,0,0" << END;
     out << FormatNumber(param.EgcCoef[0], "###0.000") << ','
         << FormatNumber(param.EgcCoef[1], "##0.00000") << END;
+}
+
+void WriteCsvText(std::ostream& out, const SpectrumData& data, const PropertyRecord& prop) {
+    constexpr const char* END = "\r\n";
+    const ParamRecord& p = prop.Param;
+    const auto line = [&](const std::string& key, double value, const char* format) {
+        out << key << ',' << FormatNumber(value, format) << ", " << END;
+    };
+    line("Press X", p.PressX, "##0.000");
+    line("Press Y", p.PressY, "##0.000");
+    line("Press Z", p.PressZ, "##0.000");
+    line("Press Load", p.PressLoad, "###0.000");
+    line("Pressure", p.Pressure, "###0.000");
+    line("Temperature", p.Temperature, "####0.000");
+    line("Live Time", p.LiveTime, "#####0.00");
+    line("EGC(0)", p.EgcCoef[0], "#####0.000000");
+    line("EGC(1)", p.EgcCoef[1], "#####0.000000");
+    line(ToCp932("2\u03b8"), p.TwoTheta, "#####0.00000");
+    out << END << END;
+    out << FormatNumber(data.DataNo, "###0") << ", , " << END;
+    out << "Channel,Energy,Count" << END;
+    std::string row;
+    for (int i = 0; i < data.DataNo; ++i) {
+        row = std::to_string(i + 1);
+        row += ',';
+        row += FormatNumber(ChToEnergy(i + 1.0, p.EgcCoef), "###0.000");
+        row += ',';
+        row += std::to_string(Item(data.Count, i));
+        row += END;
+        out << row;
+    }
 }
 
 std::int16_t SaveXbm(const std::string& path, const SpectrumData& data, const PropertyRecord& prop,
@@ -246,6 +264,14 @@ std::int16_t SaveXta(const std::string& path, const SpectrumData& data, const Pr
             break;
         }
     return Writing(path, talk, false, [&](std::ostream& out) { WriteXtaText(out, data, prop); });
+}
+
+std::int16_t SaveCsv(const std::string& path, const SpectrumData& data, const PropertyRecord& prop,
+                     const FileTalk& talk) {
+    const std::int16_t done =
+        Writing(path, talk, false, [&](std::ostream& out) { WriteCsvText(out, data, prop); });
+    if (done != TRUE_WORD) talk.say("CSV File Write Error");
+    return done;
 }
 
 std::int16_t LoadXbm(const std::string& path, ReadTarget target, const FileTalk& talk) {

@@ -1,4 +1,4 @@
-// FileVael: the system's own spectrum files .xbm, .xba and .xta.
+// FileVael: the system's own spectrum files .xbm, .xba and .xta, and the export .csv.
 #pragma once
 
 #include "core/records.h"
@@ -36,6 +36,10 @@ std::int16_t SaveXba(const std::string& path, const SpectrumData& data, const Pr
 std::int16_t SaveXta(const std::string& path, const SpectrumData& data, const PropertyRecord& prop,
                      const PeakTable& peaks, const FileTalk& talk = {});
 
+/// `.csv`, for other programs; there is no reader. Never asks; an error is also said in a box.
+std::int16_t SaveCsv(const std::string& path, const SpectrumData& data, const PropertyRecord& prop,
+                     const FileTalk& talk = {});
+
 std::int16_t LoadXbm(const std::string& path, ReadTarget target, const FileTalk& talk = {});
 /// Keeps its file open to the end of the process: this reader, as it was settled, never closes.
 std::int16_t LoadXba(const std::string& path, ReadTarget target, PeakTable& peaks,
@@ -48,11 +52,13 @@ std::int16_t LoadXba(const std::string& path, ReadTarget target, PeakTable& peak
 /// channels (record read, spectrum untouched).
 void ReadXbmBody(std::istream& in, ReadTarget target, std::string* note = nullptr);
 void WriteXbmBody(std::ostream& out, const SpectrumData& data, const PropertyRecord& prop);
-/// The same with the peak block behind it. Faults: FileContent for peaks that are not 0 to 100.
+/// The same with the peak block behind it; a block that is not there, or a negative number of
+/// peaks, reads as no peaks. Faults: FileContent for more than 100 peaks.
 void ReadXbaBody(std::istream& in, ReadTarget target, PeakTable& peaks,
                  std::string* note = nullptr);
 void WriteXbaBody(std::ostream& out, const SpectrumData& data, const PropertyRecord& prop,
                   const PeakTable& peaks);
+void WriteCsvText(std::ostream& out, const SpectrumData& data, const PropertyRecord& prop);
 void WriteXtaText(std::ostream& out, const SpectrumData& data, const PropertyRecord& prop);
 
 /// The measure block of 584 bytes: ParamRecord without its tail.

@@ -24,4 +24,18 @@ void PackedReader::Text(std::span<char> text) {
     Take({reinterpret_cast<std::uint8_t*>(text.data()), text.size()}, ' ');
 }
 
+std::string ShortNote(const PackedReader& reader) {
+    return "the file ends at offset " + std::to_string(reader.Offset()) +
+           ", before its data do; what is missing reads as 0";
+}
+
+void PackedReader::Skip(std::size_t size) {
+    std::array<std::uint8_t, 4096> dropped;
+    while (size > 0 && !short_) {
+        const std::size_t part = std::min(size, dropped.size());
+        Take({dropped.data(), part}, 0);
+        size -= part;
+    }
+}
+
 }  // namespace vael

@@ -38,10 +38,4 @@ std::string Quoted(std::string_view bytes) {
     return "\"" + FromCp932(CutCp932(bytes, SHOWN)) + "\"";
 }
 
-std::string FailureLine(const std::string& path, const Fault& fault) {
-    const std::string what = fault.what();
-    if (what.starts_with(path)) return what;
-    return path + ": " + what + (what.ends_with('.') ? "" : ".");
-}
-
 }  // namespace vael

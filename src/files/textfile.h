@@ -1,4 +1,4 @@
-// What the readers of text files share: a count in a text, and a failure told in one line.
+// What the readers of text files share: counts in columns, and pieces quoted in a message.
 #pragma once
 
 #include "core/fault.h"
@@ -19,8 +19,5 @@ void AppendCount(std::string& out, std::int32_t count, std::size_t columns);
 
 /// A piece of a file between quotes, as a message shows it: UTF-8, at most 40 bytes of it.
 [[nodiscard]] std::string Quoted(std::string_view bytes);
-
-/// The line of the log for a failure with a file, which it names unless the fault does.
-[[nodiscard]] std::string FailureLine(const std::string& path, const Fault& fault);
 
 }  // namespace vael

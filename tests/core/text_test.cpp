@@ -5,6 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <random>
+
 using namespace vael;
 
 TEST(FormatNumber, RoundsFifteenDigitsHalfAwayFromZero) {
@@ -73,12 +79,71 @@ TEST(Text, RoundHalfAwayWorksOnDecimalDigits) {
     EXPECT_EQ(RoundHalfAway(0.004, 2), 0.0);
 }
 
+namespace {
+
+/// The same rounding by a second road: the fifteen digits as the C library prints them, rounded by
+/// hand on paper's rules.
+std::string ByHand(double value, int decimals) {
+    char digits[40];
+    std::snprintf(digits, sizeof digits, "%.14e", std::fabs(value));
+    const std::string text = digits;
+    const int exponent = std::stoi(text.substr(text.find('e') + 1));
+    std::string all = text.substr(0, 1) + text.substr(2, 14);
+    int point = exponent + 1;  // digits before the point
+    while (point < 1) all.insert(0, "0"), ++point;
+    while (static_cast<int>(all.size()) < point + decimals + 1) all += '0';
+    const auto keep = static_cast<std::size_t>(point + decimals);
+    const bool up = all[keep] >= '5';
+    all.resize(keep);
+    for (std::size_t at = keep; up && at-- > 0;) {
+        if (all[at] != '9') {
+            ++all[at];
+            break;
+        }
+        all[at] = '0';
+        if (at == 0) all.insert(0, "1"), ++point;
+    }
+    const bool zero = all.find_first_not_of('0') == std::string::npos;
+    if (decimals > 0) all.insert(static_cast<std::size_t>(point), ".");
+    return (value < 0 && !zero ? "-" : "") + all;
+}
+
+}  // namespace
+
+TEST(Text, FormatsAgreeWithARoundingByHandOverManyNumbers) {
+    const std::array<const char*, 4> formats{"###0", "#0.0", "##0.000", "#####0.000000"};
+    const std::array<int, 4> decimals{0, 1, 3, 6};
+    std::mt19937_64 random(7);
+    for (int n = 0; n < 40000; ++n) {
+        const double size = std::pow(10.0, static_cast<double>(random() % 16) - 6.0);
+        double value = (static_cast<double>(random() % 2000001) - 1e6) / 1e6 * size;
+        if (n % 3 == 0) value = std::round(value * 1e4) / 1e4;  // near the halves of a format
+        if (n % 7 == 0) value = std::round(value * 2.0) / 2.0;
+        for (std::size_t k = 0; k < formats.size(); ++k)
+            ASSERT_EQ(FormatNumber(value, formats[k]), ByHand(value, decimals[k]))
+                << value << " by " << formats[k];
+    }
+}
+
+TEST(Text, WholeNumbersStandRightAlignedOrInFull) {
+    std::string line = "x";
+    AddRight(line, 5, 4);
+    AddRight(line, -123, 4);
+    AddRight(line, 12345, 4);
+    AddRight(line, std::numeric_limits<std::int64_t>::min(), 4);
+    EXPECT_EQ(line, "x   5-12312345-9223372036854775808");
+}
+
 TEST(Text, NumbersAreReadWithoutTheLocale) {
     EXPECT_EQ(ParseNumber("  -12.5e1 "), -125.0);
     EXPECT_EQ(ParseNumber("+3"), 3.0);
     EXPECT_EQ(ParseNumber(".5"), 0.5);
     EXPECT_EQ(ParseNumber("5."), 5.0);
-    for (const char* bad : {"", " ", "abc", "1,5", "1 2", "+-3", "inf", "nan", "-", "e5", "0x10"})
+    EXPECT_EQ(ParseNumber("1.5D+03"), 1500.0);
+    EXPECT_EQ(ParseNumber("-2d-1"), -0.2);
+    EXPECT_EQ(ParseNumber("7E2"), 700.0);
+    for (const char* bad : {"", " ", "abc", "1,5", "1 2", "+-3", "inf", "nan", "-", "e5", "0x10",
+                            "1D", "D3", "1D2D3", "1.2.3", ".", "1e+", "--1", "-+1"})
         EXPECT_FALSE(IsNumeric(bad)) << bad;
     EXPECT_THROW((void)Number("x"), Fault);
 }

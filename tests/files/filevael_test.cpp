@@ -1,4 +1,5 @@
 // .xbm, .xba and .xta against images laid out by offset.
+#include "support/image.h"
 #include "support/spectra.h"
 #include "support/world.h"
 
@@ -14,26 +15,6 @@
 using namespace vael;
 
 namespace {
-
-/// A file image written field by field at stated offsets: the second writer.
-class Image {
-public:
-    explicit Image(std::size_t size) : bytes_(size, '\0') {}
-    template <class T>
-    Image& Put(std::size_t offset, T value) {
-        if (bytes_.size() < offset + sizeof value) bytes_.resize(offset + sizeof value);
-        std::memcpy(bytes_.data() + offset, &value, sizeof value);
-        return *this;
-    }
-    Image& Text(std::size_t offset, std::size_t size, const std::string& text) {
-        bytes_.replace(offset, size, text + std::string(size - text.size(), ' '));
-        return *this;
-    }
-    [[nodiscard]] const std::string& Bytes() const { return bytes_; }
-
-private:
-    std::string bytes_;
-};
 
 std::int16_t Word(int value) { return static_cast<std::int16_t>(value); }
 
@@ -185,6 +166,19 @@ TEST(Xbm, AFileShorterThanItsHeaderReadsAsZerosAndBlanks) {
     EXPECT_EQ(slot.Data.DataNo, 0);
 }
 
+TEST(Xbm, CutOffWithinANumberThatNumberReadsAsZeroToo) {
+    for (const std::size_t keep : {1990u + 4u + 1u, 1990u + 4u + 3u}) {
+        std::istringstream in(FullImage({5, 0x01010101, 7}).Bytes().substr(0, keep));
+        Slot slot;
+        std::string note;
+        ReadXbmBody(in, slot.Target(), &note);
+        EXPECT_EQ(slot.Data.Count[0], 5);
+        EXPECT_EQ(slot.Data.Count[1], 0);
+        EXPECT_EQ(slot.Data.Count[2], 0);
+        EXPECT_NE(note.find("offset " + std::to_string(keep)), std::string::npos) << note;
+    }
+}
+
 TEST(Xbm, MoreThan8192ChannelsAreAnErrorThatLeavesTheCounts) {
     TempFolder folder;
     Image image = FullImage({1, 2});
@@ -311,7 +305,7 @@ TEST(Xba, APeakNumOfZeroHasTheTwoBytesAndNoRows) {
     EXPECT_EQ(out.str().size(), 1992u);
 }
 
-TEST(Xba, PeaksThatAreNotZeroToAHundredAreAnError) {
+TEST(Xba, MoreThanAHundredPeaksAreAnErrorAndANegativeNumberIsNone) {
     TempFolder folder;
     Image image = FullImage({1});
     image.Put(1994, Word(101));
@@ -320,13 +314,45 @@ TEST(Xba, PeaksThatAreNotZeroToAHundredAreAnError) {
     FileTalk talk;
     talk.log = [&](std::string_view line) { said = line; };
     EXPECT_EQ(LoadXba(folder.Write("a.xba", image.Bytes()), slot.Target(), slot.Peaks, talk), 0);
-    EXPECT_NE(said.find("offset 1994: 0 to 100 peaks"), std::string::npos) << said;
+    EXPECT_NE(said.find("offset 1994: at most 100 peaks"), std::string::npos) << said;
+    slot.Peaks.PeakNum = 3;
+    slot.Peaks.Peak[0].Position = 5.0;
     image.Put(1994, Word(-1));
-    EXPECT_EQ(LoadXba(folder.Write("a.xba", image.Bytes()), slot.Target(), slot.Peaks, talk), 0);
-    EXPECT_EQ(slot.Peaks.PeakNum, 0);
+    EXPECT_EQ(LoadXba(folder.Write("a.xba", image.Bytes()), slot.Target(), slot.Peaks, talk), -1);
+    EXPECT_TRUE(slot.Peaks == PeakTable{});
     slot.Prop.RecordValid = 1;
     slot.Peaks.PeakNum = 101;
     EXPECT_EQ(SaveXba(folder.Path("b.xba"), slot.Data, slot.Prop, slot.Peaks, talk), 0);
+}
+
+TEST(Xba, AValidRecordWithoutAPeakBlockReadsAsNoPeaksAndIsTold) {
+    TempFolder folder;
+    Slot slot;
+    slot.Peaks.PeakNum = 7;
+    std::string said;
+    FileTalk talk;
+    talk.log = [&](std::string_view line) { said = line; };
+    const std::string path = folder.Write("a.xba", FullImage({1, 2}).Bytes());
+    EXPECT_EQ(LoadXba(path, slot.Target(), slot.Peaks, talk), -1);
+    EXPECT_EQ(slot.Peaks.PeakNum, 0);
+    EXPECT_EQ(slot.Data.Count[1], 2);
+    EXPECT_NE(said.find("the file ends at offset 1998"), std::string::npos) << said;
+}
+
+TEST(Xba, AShorterImageLeavesTheOldTailBehindIt) {
+    TempFolder folder;
+    Slot slot;
+    slot.Prop.RecordValid = 1;
+    slot.Data.DataNo = 1;
+    std::vector<std::string> asked;
+    const std::string path = folder.Write("a.xba", std::string(3000, 'z'));
+    EXPECT_EQ(SaveXba(path, slot.Data, slot.Prop, slot.Peaks, Answering(true, asked)), -1);
+    const std::string bytes = BytesOf(path);
+    EXPECT_EQ(bytes.substr(1994), std::string(2, '\0') + std::string(3000 - 1996, 'z'));
+    PeakTable peaks{};
+    peaks.PeakNum = 4;
+    EXPECT_EQ(LoadXba(path, slot.Target(), peaks), -1);
+    EXPECT_EQ(peaks.PeakNum, 0) << "where no reader looks";
 }
 
 TEST(Xba, TheReaderKeepsItsFileOpenAndSavingAlwaysAsks) {

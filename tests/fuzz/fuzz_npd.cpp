@@ -11,7 +11,7 @@ using namespace vael;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     std::istringstream in(std::string(reinterpret_cast<const char*>(bytes), size));
-    const auto data = std::make_unique<SpectrumData>();
+    static const auto data = std::make_unique<SpectrumData>();  // the reader clears it
     PropertyRecord prop{};
     std::int16_t last = 0;
     try {

@@ -224,19 +224,22 @@ TEST(Save, TheRowOfTheRealWindowIsSaved) {
     EXPECT_EQ(ReadBack(w.Folder.Path("two.xbm")).DataNo, 300);
 }
 
-TEST(Save, AFormOfALaterReleaseSaysSoAndWritesNothing) {
+TEST(Save, TheExportsAreWrittenFromTheWindowAndTheirTwinsOpen) {
     Saving w;
-    w.Open({w.Spectrum("abc.npd")});
-    for (const std::string form : {"csv", "gsa"}) {
-        w.Current().State = 2;
-        const std::string sentence =
-            "Files of the form \"" + form + "\" are written in a later release: nothing was saved.";
-        w.Desk.ExpectQuestion(sentence);
-        w.Save("x." + form);
-        EXPECT_EQ(frmVaelAna.lblStatus.Caption, sentence);
-        EXPECT_FALSE(w.Exists("x." + form));
-        EXPECT_EQ(w.Current().State, 2);
-    }
+    w.Open({w.Spectrum("abc.npd", 100)});
+    w.Current().State = 2;
+    w.Save("x.csv");
+    EXPECT_EQ(w.Current().State, 1);
+    EXPECT_EQ(BytesOf(w.Folder.Path("x.csv")).substr(0, 8), "Press X,");
+    w.Save("x.gsa");
+    EXPECT_EQ(BytesOf(w.Folder.Path("x.gsa")).substr(0, 9), " File: x ");
+    std::string chn(32 + 4 + 12, '\0');
+    chn[30] = 1;
+    chn[32] = 42;
+    w.Folder.Write("y.chn", chn);
+    w.Open({w.Folder.Path("y.chn")});
+    EXPECT_EQ(w.Current().Name, "y.chn");
+    EXPECT_EQ(store.SpectrumDatas[static_cast<std::size_t>(w.Current().DataNo)].Count[0], 42);
 }
 
 TEST(Save, AnUnknownExtensionWritesNothingWithoutABox) {
