@@ -245,6 +245,7 @@ void cmdOk_Click() {
     const int row = RowOfSlot(v.Slot);
     if (v.Changed && row >= 0 &&
         TheDesk().Ask({.Text = "Property is changed. Do you want to save this file?",
+                       .Title = {},
                        .Choice = Question::Buttons::YesNo}) == Answer::Yes) {
         if (row != GraphNo()) Change_cboGrphSel(GetRealWinNo(), row);
         FileSave();
