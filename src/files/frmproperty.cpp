@@ -364,7 +364,10 @@ PropertyView::PropertyView() : View("frmProperty", "Property") {
     cmdOk.Click = cmdOk_Click;
     cmdCan.Click = cmdCan_Click;
     cmdLabelPrint.Click = cmdLabelPrint_Click;
-    Closing = cmdCan_Click;
+    Closing = [] {
+        // A close box may wait for a command that closes the sheet itself.
+        if (frmProperty.Visible) cmdCan_Click();
+    };
     KeyPreview = SheetKeys;
 }
 
