@@ -71,7 +71,7 @@ struct PropertyView : View {
     NumberBox imnHGonioY{*this, "imnHGonioY", "##0.000"};
     NumberBox imnHGonioZ{*this, "imnHGonioZ", "##0.000"};
     NumberBox imnHGonioDAngle{*this, "imnHGonioDAngle", "##0.00000"};
-    Label lblHGonioUnit{*this, "lblHGonioUnit", "deg"};
+    Label lblHGonioUnit{*this, "lblHGonioUnit", "deg (2Theta)"};
     Label lblVGonio{*this, "lblVGonio", "Vertical Gonio position"};
     NumberBox imnVGonioX{*this, "imnVGonioX", "##0.000"};
     NumberBox imnVGonioY{*this, "imnVGonioY", "##0.000"};
@@ -89,7 +89,7 @@ struct PropertyView : View {
     Label lblTemp{*this, "lblTemp", "Temperature"};
     NumberBox ImnTemp{*this, "ImnTemp", "###0.00"};
     Label lblTempUnit{*this, "lblTempUnit", "°C"};
-    Label lblTempK{*this, "lblTempK", "that is"};
+    Label lblTempK{*this, "lblTempK", "In kelvin"};
     NumberBox imnTempK{*this, "imnTempK", "###0.00"};
     Label lblTempKUnit{*this, "lblTempKUnit", "K"};
     Label lblRamStroke{*this, "lblRamStroke", "Ram Stroke"};
