@@ -11,7 +11,11 @@ inline constexpr const char* SAVE_QUESTION = "Property is changed. Do you want t
 
 /// Two spectra: a.npd in row 0 and slot 0, b.npd in row 1 and slot 1, which is the current one.
 struct PropertySheet : Plotted {
-    PropertySheet() { Open({Spectrum("a.npd"), Spectrum("b.npd")}); }
+    PropertySheet() {
+        Open({Spectrum("a.npd"), Spectrum("b.npd")});
+        Record(0).SampleName = "first";
+        Record(1).SampleName = "second";
+    }
     static PropertyRecord& Record(int slot) {
         return store.PropertyRecords[static_cast<std::size_t>(slot)];
     }

@@ -58,7 +58,7 @@ TEST(Property, YesSavesTheSheetsOwnRowWhicheverIsCurrent) {
     std::int16_t source = 0;
     ASSERT_EQ(LoadXbm(path, {data, prop, source}), TRUE_WORD);
     EXPECT_EQ(prop.Param.Pressure, 4.25);
-    EXPECT_EQ(prop.SampleName.Trimmed(), "b.npd");
+    EXPECT_EQ(prop.SampleName.Trimmed(), "second");
     EXPECT_EQ(prop.FileName.Trimmed(), "out");
 }
 
@@ -241,7 +241,7 @@ TEST(Property, OpenedForAnotherRowItTakesThatOneUnlessSomethingWasChanged) {
     Sheet sheet;
     Sheet::Show(1);
     Sheet::Show(0);
-    EXPECT_EQ(v.txtSampName.Text, "a.npd");
+    EXPECT_EQ(v.txtSampName.Text, "first");
     Sheet::Put(v.imnInV, "1");
     Change_cboGrphSel(0, 1);
     Click(frmVaelAna.mnuProperty);
