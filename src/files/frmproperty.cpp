@@ -235,9 +235,9 @@ void cmdOk_Click() {
     V& v = frmProperty;
     // 1. The record, and under "Default" the defaults.
     Store();
-    // 2. Under "Default" what was typed for slot 0 goes to the defaults and not to the spectrum: its
-    //    numbers go back to what they were when the sheet first showed them, to the letter, also
-    //    those that another command has changed since then.
+    // 2. Under "Default" what was typed for slot 0 goes to the defaults and not to the spectrum:
+    //    its numbers go back to what they were when the sheet first showed them, to the letter,
+    //    also those that another command has changed since then.
     if (EditsDefaults() && v.BackupMade) Record().Param = v.Backup;
     ShowStored();
     TellStatus("The properties of " + RowName() + " were taken over.");
