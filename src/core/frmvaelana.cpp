@@ -25,6 +25,7 @@
 #include "core/text.h"
 #include "core/units.h"
 #include "core/windows.h"
+#include "files/frmproperty.h"
 #include "toolkit/hand.h"
 
 namespace vael {
@@ -122,9 +123,8 @@ void Withhold(VaelAnaView& v) {
         {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
-    Hold({&v.mnuProperty, &v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect, &v.mnuCons,
-          &v.cmdShowReport, &v.cmdFiles[2], &v.cmdFiles[3], &v.cmdEnergy[0], &v.cmdEnergy[1],
-          &v.cmdOperation[9]},
+    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect, &v.mnuCons, &v.cmdShowReport,
+          &v.cmdFiles[2], &v.cmdEnergy[0], &v.cmdEnergy[1], &v.cmdOperation[9]},
          "comes in a later release");
 }
 
@@ -149,7 +149,7 @@ void Tips(VaelAnaView& v) {
     constexpr std::array<const char*, 4> FILES{
         "Opens spectra in place of the rows that are there (Ctrl+O)",
         "Saves the current row in a file (Ctrl+S)", "Prints the plots",
-        "Shows how the current spectrum was measured"};
+        "Shows how the current spectrum was measured, and edits it (Ctrl+Y)"};
     for (std::size_t k = 0; k < FILES.size(); ++k) v.cmdFiles[k].Tip = FILES[k];
     v.cmdEnergy[0].Tip = "Finds the energy calibration from known lines";
     v.cmdEnergy[1].Tip = "Marks the lines of an element on the current spectrum";
@@ -194,6 +194,7 @@ void Tips(VaelAnaView& v) {
 void Keys(VaelAnaView& v) {
     v.mnuLoad.Shortcut = "Ctrl+O";
     v.mnuSave.Shortcut = "Ctrl+S";
+    v.mnuProperty.Shortcut = "Ctrl+Y";
     v.mnuCloseGraph.Shortcut = "Ctrl+W";
     v.mnuExit.Shortcut = "Ctrl+Q";
     v.mnuSmooth.Shortcut = "F4";
@@ -285,6 +286,7 @@ void WirePlots(VaelAnaView& v) {
 void WireMenus(VaelAnaView& v) {
     v.mnuLoad.Click = LoadNew;
     v.mnuSave.Click = FileSave;
+    v.mnuProperty.Click = ShowProperty;
     v.mnuCloseGraph.Click = mnuCloseGraph_Click;
     v.mnuGraphRaw.Click = [] { mnuGraphKind_Click(""); };
     v.mnuGraphSmt.Click = [] { mnuGraphKind_Click(NAME_SMOOTH); };
@@ -335,6 +337,7 @@ void WireMenus(VaelAnaView& v) {
 void WirePanel(VaelAnaView& v) {
     v.cmdFiles[0].Click = LoadNew;
     v.cmdFiles[1].Click = FileSave;
+    v.cmdFiles[3].Click = ShowProperty;
     v.cmdMnSelGrp.Click = cmdMnSelGrp_Click;
     v.cmdAutoFit.Click = vael::cmdAutoFit;
     v.cmdManualFitting.Click = ShowManualFit;

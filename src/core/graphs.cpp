@@ -18,6 +18,7 @@
 #include "core/text.h"
 #include "core/windows.h"
 #include "files/extensions.h"
+#include "files/frmproperty.h"
 #include "toolkit/hand.h"
 
 #include <algorithm>
@@ -449,6 +450,7 @@ void RefreshRows() {
     }
     GraphSel_Repl();
     RowsToManualFit();
+    RefreshProperty();
 }
 
 void mnuCloseGraph_Click() {

@@ -8,6 +8,7 @@
 #include "core/store.h"
 #include "core/text.h"
 #include "files/extensions.h"
+#include "files/frmproperty.h"
 #include "toolkit/desk.h"
 
 #include <algorithm>
@@ -107,6 +108,7 @@ void FileSave() {
     prop.RecordValid = 0;
     prop.FileName = pieces.Name;
     prop.RecordValid = 1;
+    RefreshProperty();
 
     const FileKind* kind = KindOf(path);
     if (kind == nullptr || kind->Write == nullptr) {

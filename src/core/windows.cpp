@@ -15,6 +15,7 @@
 #include "core/store.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "files/frmproperty.h"
 
 #include <algorithm>
 #include <cmath>
@@ -272,6 +273,7 @@ void RedrawBoth() {
 
 void RefreshReports() {
     RefreshPeakReport();
+    RefreshProperty();
     if (frmRoiReport.Visible) RefreshRoiReport();
 }
 

@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QFocusEvent>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
@@ -197,7 +198,28 @@ void Bring(const TextBox& record, QLineEdit& widget) {
     ShowReadOnly(widget, record.ReadOnly || record.Withheld);
 }
 
+/// Tells a number box that computes on leaving when the focus goes elsewhere in its window, also
+/// where nothing was typed.
+class LeaveWatch : public QObject {
+public:
+    LeaveWatch(NumberBox& record, QWidget& widget) : QObject(&widget), record_(record) {
+        widget.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::FocusOut || !record_.Leave) return false;
+        const auto reason = static_cast<const QFocusEvent*>(event)->reason();
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) Leave(record_);
+        return false;
+    }
+
+private:
+    NumberBox& record_;
+};
+
 void Wire(NumberBox& record, QLineEdit& widget, const Again& again) {
+    new LeaveWatch(record, widget);  // goes with the widget
     widget.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     WireLine(record, widget, again);
 }

@@ -15,6 +15,7 @@
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "desktop/icons.h"
+#include "files/frmproperty.h"
 #include "ui_frmdialogload.h"
 #include "ui_frmdialogmessage.h"
 #include "ui_frmdisppara.h"
@@ -24,6 +25,7 @@
 #include "ui_frmlog.h"
 #include "ui_frmmanualfit.h"
 #include "ui_frmpeakreport.h"
+#include "ui_frmproperty.h"
 #include "ui_frmroireport.h"
 #include "ui_frmselgraph.h"
 #include "ui_frmsetting.h"
@@ -71,6 +73,7 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmSetting, FromUi<Ui::frmSetting>()));
     forms.push_back(std::make_unique<Form>(frmPeakReport, FromUi<Ui::frmPeakReport>()));
     forms.push_back(std::make_unique<Form>(frmRoiReport, FromUi<Ui::frmRoiReport>()));
+    forms.push_back(std::make_unique<Form>(frmProperty, FromUi<Ui::frmProperty>()));
     forms.push_back(std::make_unique<Form>(frmManualFit, FromUi<Ui::frmManualFit>()));
     forms.push_back(
         std::make_unique<Form>(frmInputFitParameter, FromUi<Ui::frmInputFitParameter>()));

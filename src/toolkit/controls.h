@@ -82,6 +82,7 @@ struct NumberBox : Control {
     bool ReadOnly = false;
     Handler Change;
     Handler Enter;
+    Handler Leave;  // the focus goes away from the box, typed in or not
     /// What the box shows.
     [[nodiscard]] std::string Text() const;
 };

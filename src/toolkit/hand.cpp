@@ -92,8 +92,11 @@ bool TakeTyped(ListBox& list) {
 bool LeaveTyped() {
     Control* control = std::exchange(hands.Typed, nullptr);
     if (control == nullptr) return true;
-    if (control->Kind == ControlKind::NumberBox)
-        return TakeNumber(static_cast<NumberBox&>(*control), std::exchange(hands.TypedText, {}));
+    if (control->Kind == ControlKind::NumberBox) {
+        auto& box = static_cast<NumberBox&>(*control);
+        const bool taken = TakeNumber(box, std::exchange(hands.TypedText, {}));
+        return taken && (!box.Leave || RunEvent(box.Owner, box.Leave));
+    }
     if (control->Kind == ControlKind::ListBox) return TakeTyped(static_cast<ListBox&>(*control));
     auto& box = static_cast<TextBox&>(*control);
     if (!box.Leave) return true;
@@ -251,8 +254,17 @@ bool Type(ListBox& list, const std::string& text) {
 }
 
 bool Leave(Control& box) {
-    if (hands.Typed != &box || !MayAct(box.Owner)) return false;
-    return LeaveTyped();
+    if (!MayAct(box.Owner)) return false;
+    if (hands.Typed == &box) return LeaveTyped();
+    if (box.Kind != ControlKind::NumberBox || !box.Usable() || !box.Owner.Visible) return false;
+    const auto& number = static_cast<const NumberBox&>(box);
+    return number.Leave && RunEvent(box.Owner, number.Leave);
+}
+
+void ForgetTyping(const View& view) {
+    if (hands.Typed == nullptr || &hands.Typed->Owner != &view) return;
+    hands.Typed = nullptr;
+    hands.TypedText.clear();
 }
 
 namespace {
@@ -455,7 +467,7 @@ bool Close(View& view) {
         if (hands.Modals.empty()) Once(hands.PendingClose, view);
         return false;
     }
-    if (hands.Typed != nullptr && &hands.Typed->Owner == &view) hands.Typed = nullptr;
+    ForgetTyping(view);
     Carry(view);
     return true;
 }

@@ -97,12 +97,16 @@ void Afterwards(std::function<void()> action);
 /// Forgets typing, pending acts and modal views: for tests, and for a world made anew.
 void ResetHands();
 
+/// What is being typed in a view is not taken any more.
+void ForgetTyping(const View& view);
+
 /// Destroys and constructs a view in place; its form defaults return. A view unloaded by its own
 /// handler is rebuilt after that handler has returned.
 template <class V>
 void Unload(V& view) {
     view.Visible = false;
     Afterwards([&view] {
+        ForgetTyping(view);
         view.~V();
         new (&view) V();
     });

@@ -36,9 +36,9 @@ Level LevelOf(const std::string& path) {
     if (Starts(path, "toolkit/")) return Level::Toolkit;
     if (Starts(path, "desktop/")) return Level::Desktop;
     if (Starts(path, "batch/")) return Level::Batch;
-    if (Starts(path, "files/")) return Level::Files;
     if (stem == "core/units") return Level::Numeric;
     const bool commands = Starts(name, "frm") || name.find("commands") != std::string::npos;
+    if (Starts(path, "files/") && !commands) return Level::Files;
     if (Starts(path, "core/") || commands) return Level::Workbench;
     return Level::Numeric;  // analysis, lattice, display
 }

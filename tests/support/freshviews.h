@@ -14,6 +14,7 @@
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
+#include "files/frmproperty.h"
 #include "toolkit/hand.h"
 
 namespace vael {
@@ -31,6 +32,7 @@ inline void FreshViews() {
     Unload(frmSetting);
     Unload(frmPeakReport);
     Unload(frmRoiReport);
+    Unload(frmProperty);
     Unload(frmManualFit);
     Unload(frmInputFitParameter);
 }

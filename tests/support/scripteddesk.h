@@ -55,6 +55,9 @@ public:
     std::vector<FileDialog> OpenDialogs;
     std::vector<std::string> OpenedTexts;
     bool EditorStarts = true;
+    std::vector<std::string> Launched;
+    bool ProgramStarts = false;
+    std::function<void()> OnLaunch;  // what stands at the moment of the start
     std::vector<FileDialog> SaveDialogs;
     int Shows = 0;
     int BusyDepth = 0;
@@ -123,7 +126,11 @@ public:
         BusyDepth += on ? 1 : -1;
         if (on) ++BusyTurns;
     }
-    bool Launch(const std::string&, const std::vector<std::string>&) override { return false; }
+    bool Launch(const std::string& program, const std::vector<std::string>&) override {
+        Launched.push_back(program);
+        if (OnLaunch) OnLaunch();
+        return ProgramStarts;
+    }
     bool OpenText(const std::string& path) override {
         OpenedTexts.push_back(path);
         return EditorStarts;

@@ -198,6 +198,33 @@ TEST_F(Hands, HalfTypedNumbersNeverReachTheRecord) {
     EXPECT_EQ(runs, 1);
 }
 
+TEST_F(Hands, ANumberBoxTellsThatItIsLeftTypedInOrNot) {
+    std::vector<std::string> told;
+    probe.Visible = true;
+    probe.number.Change = [&] { told.push_back("change"); };
+    probe.number.Leave = [&] { told.push_back("leave at " + probe.number.Text()); };
+    Type(probe.number, "5");
+    EXPECT_TRUE(told.empty());
+    EXPECT_TRUE(Leave(probe.number));
+    EXPECT_TRUE(Leave(probe.number)) << "nothing was typed since";
+    Type(probe.number, "7");
+    Click(probe.go);
+    EXPECT_EQ(told, (std::vector<std::string>{"change", "leave at 5.00", "leave at 5.00", "change",
+                                              "leave at 7.00"}));
+    probe.Visible = false;
+    EXPECT_FALSE(Leave(probe.number)) << "a window that goes is no act of the user";
+    EXPECT_EQ(told.size(), 5u);
+}
+
+TEST_F(Hands, WhatWasTypedInAnUnloadedViewIsForgotten) {
+    static Probe kept;
+    Type(kept.number, "5");
+    Unload(kept);
+    EXPECT_EQ(TypedBox(), nullptr);
+    Click(kept.go);
+    EXPECT_EQ(kept.number.Value, 0.0);
+}
+
 TEST_F(Hands, TheProgramsHandRunsTheHandlerByItsThreeVerbs) {
     probe.list.Click = probe.tick.Click = probe.text.Change = [&] { ++runs; };
     Select(probe.list, 1);
