@@ -44,8 +44,8 @@ using PeakTexts = std::array<std::string, PEAK_COLUMNS>;
                                       const DacAxis& dac);
 
 /// The name proposed for that file: the spectrum's file name, which comes without folder and
-/// extension, what the row is, "FitParam". `rowName` is the name of the row; one that is none of the four derived
-/// names stands for "Raw".
+/// extension, what the row is, "FitParam". `rowName` is that of the row; one that is none of the
+/// four derived names stands for "Raw".
 [[nodiscard]] std::string FitParamName(const std::string& fileName, const std::string& rowName);
 
 /// The lines of the printed list: title, name of the measurement, heading, a line a peak whose
