@@ -13,6 +13,24 @@ namespace {
 
 using namespace test::express;
 
+TEST(InsertingPeaks, NeighboursWhoseRegionsOverlapAreParted) {
+    Express w;
+    // A line on the skirt of a broad one: the search gives them regions that reach into each other.
+    w.Open(
+        {w.Spectrum("skirt.npd", 4096, {{1147, 6470, 18}, {1173, 11214, 6}, {1133, 14201, 32}})});
+    const int slot = DataNo();
+    std::vector<PeakRecord> raw;
+    ASSERT_EQ(PeakSearch(store.SpectrumDatas[static_cast<std::size_t>(slot)], 1000, 300,
+                         settings.PeakThres, SHAPE_GAUSS, raw, Talk{}),
+              1);
+    ASSERT_EQ(raw.size(), 3U);
+    ASSERT_GT(raw[0].EndCh, raw[1].StartCh);
+    w.Area(1000, 1299);
+    Click(V().mnuPeakAllIns);
+    ASSERT_EQ(Table(slot).PeakNum, 3);
+    EXPECT_EQ(PeakOf(slot, 0).EndCh + 1, PeakOf(slot, 1).StartCh);
+}
+
 TEST(InsertingPeaks, AllOverTheAxisWithoutAnArea) {
     Express w;
     const int slot = w.OpenLines();
