@@ -122,10 +122,7 @@ void TellNoPeak() {
 
 /// The fit graph of the current row's slot; that row stays the current one.
 void ShowFitOf(int slot) {
-    const int win = GetRealWinNo();
-    (void)PutFitGraph(win, slot, FitRow::Own);
-    AutoScaleBoth();
-    Change_cboGrphSel(win, RowOfSlot(slot));
+    ShowFitGraph(GetRealWinNo(), slot);
     ShowPeaks();
 }
 

@@ -127,9 +127,7 @@ void cmdOK_Click() {
     }
     v.Visible = false;
     const int window = WindowOfRow(RowOfSlot(frmInputFitParameter.Slot));
-    (void)PutFitGraph(window, v.Slot, FitRow::Own);
-    AutoScaleBoth();
-    Change_cboGrphSel(window, RowOfSlot(v.Slot));
+    ShowFitGraph(window, v.Slot);
     RedrawBoth();
     CsrX_Change(Whole16(record->Position));
     ShowPeakMemo(window, v.Slot, at);

@@ -173,10 +173,8 @@ void RemoveCurrentPeak() {
 
 /// The curve of the table as it stands; the row that it is in, or -1 when there was no room.
 int DrawCurve() {
-    const Selections selected = SelectedSlots();
     const int row = PutFitGraph(frmPeakReport.WinNo, frmPeakReport.Slot, FitRow::Own);
     if (row < 0) return -1;
-    AdjustSelections(selected);
     AutoScaleBoth();
     ShowChange();
     return row;

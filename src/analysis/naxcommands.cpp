@@ -54,14 +54,6 @@ void ShowFit(int window, int source) {
     RedrawBoth();
 }
 
-/// The fit graph of the spectrum that was fitted by hand; that one is current, for the next peak.
-void ShowManual(int window, int source) {
-    (void)PutFitGraph(window, source, FitRow::Own);
-    AutoScaleBoth();
-    Change_cboGrphSel(window, RowOfSlot(source));
-    RedrawBoth();
-}
-
 /// A line that was in the table and is fitted again is not in it twice.
 void DropSameLines(int window, int slot, const NaxResult& result) {
     constexpr double SAME = 0.25;  // of the half width: nearer centres are one line
@@ -127,7 +119,8 @@ int NaxManualFit(int window, int graph, const NaxManualInput& input) {
         Say("Can not fit");
         return -1;
     }
-    ShowManual(window, slot);
+    ShowFitGraph(window, slot);
+    RedrawBoth();
     const int fitted = static_cast<int>(result.Peaks.size());
     const int added = peaks.PeakNum - kept;
     TellStatus(added == fitted ? "Manual fit: " + PeaksText(fitted) + "; the log tells them."

@@ -5,19 +5,12 @@
 #include "core/fault.h"
 #include "core/graphs.h"
 #include "core/store.h"
+#include "core/windows.h"
 
 namespace vael {
 namespace {
 
 PropertyRecord& Property(int slot) { return Item(store.PropertyRecords, slot); }
-
-/// The same measurement in the same state: file, sample, time, and what was derived from it. Slots
-/// are given away again, so that the slot alone does not tell.
-bool SameSpectrum(const PropertyRecord& source, const PropertyRecord& fit) {
-    return source.FileName == fit.FileName && source.SampleName == fit.SampleName &&
-           source.OpDate == fit.OpDate && source.OpTime == fit.OpTime &&
-           (source.Param.DerivedFlags | DERIVED_FIT) == fit.Param.DerivedFlags;
-}
 
 struct FitPlace {
     int Slot = -1;
@@ -38,8 +31,7 @@ int OwnFitRow(int source) {
     for (int row = 0; row < GRAPH_COUNT; ++row) {
         const GraphEntry& entry = Item(store.GraphList, row);
         if (entry.State != 0 && entry.Name == NAME_FIT &&
-            Item(store.FitSource, entry.DataNo) == source + 1 &&
-            SameSpectrum(Property(source), Property(entry.DataNo)))
+            Item(store.FitSource, entry.DataNo) == source + 1)
             return row;
     }
     return -1;
@@ -60,6 +52,12 @@ int PutFitGraph(int window, int source, FitRow which) {
     Property(place.Slot).Param.DerivedFlags |= DERIVED_FIT;
     SetGraph(window, place.Row, place.Slot, NAME_FIT);
     return place.Row;
+}
+
+void ShowFitGraph(int window, int source) {
+    (void)PutFitGraph(window, source, FitRow::Own);
+    AutoScaleBoth();
+    Change_cboGrphSel(window, RowOfSlot(source));
 }
 
 }  // namespace vael

@@ -19,4 +19,8 @@ enum class FitRow {
 /// counts. Faults: Overflow (peaks that sum up beyond 32 bits); nothing is changed then.
 int PutFitGraph(int window, int source, FitRow which);
 
+/// `PutFitGraph` into the spectrum's own fit graph, scaled, not yet drawn. The source becomes the
+/// current row of `window`, ready for its next peak.
+void ShowFitGraph(int window, int source);
+
 }  // namespace vael

@@ -231,6 +231,27 @@ TEST(Express, TwoSpectraHaveTwoFitGraphs) {
     EXPECT_EQ(w.NamedRows("Fit"), 2);
 }
 
+TEST(Express, AFitGraphIsNotTakenForThatOfALaterSpectrumInItsSlot) {
+    Express w;
+    const std::string file = w.Spectrum("a.npd");
+    w.Open({file, w.Spectrum("b.npd")});
+    w.Area(900, 1100);
+    Click(V().mnuFittingAll);
+    const int slot = DataNo();
+    Change_cboGrphSel(0, RowOfName("b.npd"));
+    Click(V().mnuSmooth);  // the row that the next file replaces
+    DeleteGraph(RowOfSlot(slot));
+    ASSERT_EQ(RowOfName("Fit"), 1);
+    const int kept = GetGraphDataNo(1);
+    w.Desk.ChooseFiles({file});  // the same one, so that no record tells them apart
+    FileLoad();
+    ASSERT_EQ(DataNo(), slot);
+    w.Area(900, 1100);
+    Click(V().mnuFittingAll);
+    EXPECT_EQ(w.NamedRows("Fit"), 2);
+    EXPECT_EQ(Item(store.FitSource, kept), 0);
+}
+
 TEST(Express, AFitGraphIsFittedInPlace) {
     Express w;
     w.OpenLines();
