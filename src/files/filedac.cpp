@@ -167,16 +167,10 @@ void ReadDacText(std::istream& in, ReadTarget target, std::string* note) {
 }
 
 std::int16_t LoadDac(const std::string& path, ReadTarget target, const FileTalk& talk) {
-    try {
+    return Reading(path, talk, [&](std::string& note) {
         std::ifstream in = OpenToRead(path);
-        std::string note;
         ReadDacText(in, target, &note);
-        if (!note.empty()) talk.log(path + ": " + note + ".");
-        return TRUE_WORD;
-    } catch (const Fault& fault) {
-        LogFault(path, fault, talk);
-        return FALSE_WORD;
-    }
+    });
 }
 
 }  // namespace vael

@@ -40,31 +40,7 @@
 namespace vael {
 namespace {
 
-constexpr int PER_LINE = 8;
-constexpr std::size_t CELL = 7;
-
 // ---- .rpt, reading
-
-class Lines {
-public:
-    explicit Lines(std::istream& in) : in_(in) {}
-    /// The next line without its end. Faults: FileContent when there is none.
-    std::string Next(const char* expected) {
-        ++number_;
-        std::string line;
-        if (!std::getline(in_, line))
-            Fail(std::string("the file ends, ") + expected + " was expected");
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        return line;
-    }
-    [[noreturn]] void Fail(const std::string& what) const {
-        throw Fault(FaultNumber::FileContent, "line " + std::to_string(number_) + ": " + what);
-    }
-
-private:
-    std::istream& in_;
-    int number_ = 0;
-};
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
 
@@ -91,22 +67,22 @@ bool IsRightAligned(std::string_view cell) {
 /// How many right-aligned counts of 7 columns a line is made of; 0 where it is not. A count of
 /// seven characters touches its neighbour there, and only the columns tell them apart.
 int CellsOf(std::string_view line) {
-    if (line.size() % CELL != 0) return 0;
-    for (std::size_t at = 0; at < line.size(); at += CELL)
-        if (!IsRightAligned(line.substr(at, CELL))) return 0;
-    return static_cast<int>(line.size() / CELL);
+    if (line.size() % COUNT_COLUMNS != 0) return 0;
+    for (std::size_t at = 0; at < line.size(); at += COUNT_COLUMNS)
+        if (!IsRightAligned(line.substr(at, COUNT_COLUMNS))) return 0;
+    return static_cast<int>(line.size() / COUNT_COLUMNS);
 }
 
 /// The counts of one line into the channels from `at` on, at most to channel `count`.
 class CountLine {
 public:
-    CountLine(const Lines& lines, SpectrumData& data, int count)
+    CountLine(const TextLines& lines, SpectrumData& data, int count)
         : lines_(lines), data_(data), count_(count) {}
 
     /// Gives the channel behind the last one and leaves in `line` what was not taken.
     int Take(std::string_view& line, int at) const {
         const std::string_view whole = line;
-        const int due = std::min(PER_LINE, count_ - at);
+        const int due = std::min(COUNTS_A_LINE, count_ - at);
         int channel = at;
         while (channel < count_) {
             const std::string_view token = TakeToken(line);
@@ -114,7 +90,7 @@ public:
             const auto value = CountIn(token);
             // Two counts that touch may look like one that fits: where the line is one of the
             // writer's, its columns decide.
-            if (value && (token.size() <= CELL || CellsOf(whole) != due)) {
+            if (value && (token.size() <= COUNT_COLUMNS || CellsOf(whole) != due)) {
                 Put(channel++, *value);
                 continue;
             }
@@ -129,33 +105,29 @@ public:
 private:
     void Put(int channel, std::int32_t value) const { Item(data_.Count, channel) = value; }
     int TakeCells(std::string_view& line, int at) const {
-        for (; at < count_ && !line.empty(); line.remove_prefix(CELL))
-            Put(at++, CountIn(line.substr(0, CELL)).value_or(0));
+        for (; at < count_ && !line.empty(); line.remove_prefix(COUNT_COLUMNS))
+            Put(at++, CountIn(line.substr(0, COUNT_COLUMNS)).value_or(0));
         return at;
     }
-    const Lines& lines_;
+    const TextLines& lines_;
     SpectrumData& data_;
     int count_;
 };
 
 /// Line 1 and the count block; gives N and line A.
-std::int16_t ReadBlock(Lines& lines, SpectrumData& data, std::string& lineA) {
-    std::string line;
+std::int16_t ReadBlock(TextLines& lines, SpectrumData& data, std::string& lineA) {
     std::string_view rest;
     std::string_view token;
     while (token.empty()) {
-        line = lines.Next("the number of channels");
-        rest = line;
+        rest = lines.Next("the number of channels");
         token = TakeToken(rest);
     }
     const auto count = CountIn(token);
     if (!count || *count < 0 || *count > MAX_CHANNELS)
         lines.Fail("0 to 8192 channels were expected, not " + Quoted(token));
     const CountLine counts(lines, data, *count);
-    for (int at = counts.Take(rest, 0); at < *count; at = counts.Take(rest, at)) {
-        line = lines.Next("a line of counts");
-        rest = line;
-    }
+    for (int at = counts.Take(rest, 0); at < *count; at = counts.Take(rest, at))
+        rest = lines.Next("a line of counts");
     // The end of the last count's line goes with it; anything else on that line is the next one.
     if (std::all_of(rest.begin(), rest.end(), IsBlank))
         lineA = lines.Next("the line of the names");
@@ -193,34 +165,6 @@ void ReadNames(const std::string& line, PropertyRecord& prop) {
     prop.OpTime.SetBytes(time);
 }
 
-// ---- .rpt, writing
-
-/// Text of a record in a line of its own: line breaks and the zeros of a cleared record as blanks.
-std::string OneLine(std::string_view bytes) {
-    std::string text(bytes);
-    for (char& c : text)
-        if (c == '\r' || c == '\n' || c == '\0') c = ' ';
-    return text;
-}
-
-std::string RightAligned(const std::string& text, std::size_t columns) {
-    return std::string(text.size() < columns ? columns - text.size() : 0, ' ') + text;
-}
-
-std::string CountBlock(const SpectrumData& data) {
-    std::string block;
-    const int count = data.DataNo;
-    block.reserve(static_cast<std::size_t>(std::max(count, 0)) * (CELL + 1) + 2);
-    for (int i = 0; i < count; ++i) {
-        if (i % PER_LINE == 0 && i != 0) block += "\r\n";
-        AppendCount(block, Item(data.Count, i), CELL);
-    }
-    if (count > 0) block += "\r\n";
-    return block;
-}
-
-bool TouchesItsNeighbour(std::int32_t count) { return count > 999999 || count < -99999; }
-
 // ---- .cnf
 
 constexpr std::size_t OFFSET_SELECTOR = 11;
@@ -250,7 +194,7 @@ void ReadRptText(std::istream& in, ReadTarget target) {
     ParamRecord& param = prop.Param;
     prop.SourceType = SOURCE_REPORT;
 
-    Lines lines(in);
+    TextLines lines(in);
     std::string lineA;
     const std::int16_t count = ReadBlock(lines, target.Data, lineA);
     ReadNames(lineA, prop);
@@ -282,9 +226,7 @@ void WriteRptText(std::ostream& out, const SpectrumData& data, const PropertyRec
     const std::string number = "     " + FormatNumber(data.DataNo, "####0");
 
     out << number.substr(number.size() - 5) << END << CountBlock(data);
-    out << FitCp932(OneLine(prop.SampleName.View()), 20)
-        << FitCp932(OneLine(prop.FileName.View()), 40) << DateToShow(OneLine(prop.OpDate.View()))
-        << ' ' << TimeToShow(OneLine(prop.OpTime.View())) << "   " << END;
+    out << ReportNames(prop) << END;
     out << FitCp932(FormatNumber(p.Pressure, "###0.0") + "," + FormatNumber(p.Temperature, "#0.0"),
                     30)
         << RightAligned(FormatNumber(p.RealTime, "##0.0"), 7) << END;
@@ -342,31 +284,15 @@ void ReadCnfBody(std::istream& in, ReadTarget target) {
 std::int16_t SaveRpt(const std::string& path, const SpectrumData& data, const PropertyRecord& prop,
                      const FileTalk& talk) {
     if (FileExists(path) && !talk.ask("File already exist. Replace?(RPT)")) return FALSE_WORD;
-    try {
-        std::ostringstream text;
-        WriteRptText(text, data, prop);
-        if (std::any_of(data.Count.begin(), data.Count.begin() + std::max<int>(data.DataNo, 0),
-                        TouchesItsNeighbour))
-            talk.log(path +
-                     ": counts of seven characters stand in this form with no blank between "
-                     "them; keep the spectrum in another form too.");
-        ReplaceFile(path, text.view());
-        return TRUE_WORD;
-    } catch (const Fault& fault) {
-        LogFault(path, fault, talk);
-        return FALSE_WORD;
-    }
+    TellTouchingCounts(path, data, talk);
+    return Writing(path, talk, false, [&](std::ostream& out) { WriteRptText(out, data, prop); });
 }
 
 std::int16_t LoadRpt(const std::string& path, ReadTarget target, const FileTalk& talk) {
-    try {
+    return Reading(path, talk, [&](std::string&) {
         std::ifstream in = OpenToRead(path);
         ReadRptText(in, target);
-        return TRUE_WORD;
-    } catch (const Fault& fault) {
-        LogFault(path, fault, talk);
-        return FALSE_WORD;
-    }
+    });
 }
 
 std::int16_t LoadCnf(const std::string& path, ReadTarget target, const FileTalk& talk) {

@@ -32,16 +32,6 @@ constexpr int A_LINE = 10;                     // values
 constexpr std::size_t CELL = 8;                // columns of a value
 constexpr std::int32_t TOO_WIDE = 10'000'000;  // eight digits: no blank before it
 
-std::string Right(std::string text, std::size_t columns) {
-    if (text.size() < columns) text.insert(0, columns - text.size(), ' ');
-    return text;
-}
-
-std::string Left(std::string text, std::size_t columns) {
-    if (text.size() < columns) text.append(columns - text.size(), ' ');
-    return text;
-}
-
 std::string FileLine(const PropertyRecord& prop) {
     const std::string file = FitCp932(" File: " + OneLine(prop.FileName.View()), 27);
     const std::string dated = FitCp932(file + "Date: " + NpdMoment(prop), 65);
@@ -49,9 +39,11 @@ std::string FileLine(const PropertyRecord& prop) {
 }
 
 std::string BankLine(int channels, const ParamRecord& param) {
-    const auto number = [](double value) { return Right(FormatNumber(value, "0.00000E+00"), 13); };
-    return FitCp932("BANK 1 " + Left(std::to_string(channels), 6) +
-                        Left(std::to_string(channels / A_LINE + 1), 4) + "EDS " +
+    const auto number = [](double value) {
+        return RightAligned(FormatNumber(value, "0.00000E+00"), 13);
+    };
+    return FitCp932("BANK 1 " + FitCp932(std::to_string(channels), 6) +
+                        FitCp932(std::to_string(channels / A_LINE + 1), 4) + "EDS " +
                         number(param.EgcCoef[0] + param.EgcCoef[1]) + number(param.EgcCoef[1]) +
                         number(param.EgcCoef[2]) + "  0.00000E+00" + " STD",
                     80);
@@ -83,7 +75,7 @@ void WriteGsaText(std::ostream& out, const SpectrumData& data, const PropertyRec
 }
 
 void ReadGsaText(std::istream& in, ReadTarget target) {
-    ReadNpdForm(in, target, [&](NpdLines& lines) {
+    ReadNpdForm(in, target, [&](TextLines& lines) {
         const std::int16_t header = ReadNpdShared(lines, target.Prop);
         SkipNpdLines(lines, header - NPD_SHARED_LINES);
         ReadNpdCounts(lines, lines.Next("the data length"), target.Data);

@@ -30,7 +30,7 @@ std::string Trimmed(std::string_view bytes) { return Trim(OneLine(bytes)); }
 }  // namespace
 
 void ReadNpdText(std::istream& in, ReadTarget target) {
-    ReadNpdForm(in, target, [&](NpdLines& lines) {
+    ReadNpdForm(in, target, [&](TextLines& lines) {
         const std::int16_t header = ReadNpdShared(lines, target.Prop);
         target.Prop.Memo.SetBytes(NpdValue(lines.Next("the comment")));
         SkipNpdLines(lines, header - HEADER_READ);

@@ -4,6 +4,7 @@
 #include "core/fault.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "files/textfile.h"
 #include "files/trip.h"
 
 #include <algorithm>
@@ -188,15 +189,7 @@ void WriteXtaText(std::ostream& out, const SpectrumData& data, const PropertyRec
     constexpr const char* END = "\r\n";
     const ParamRecord& param = prop.Param;
     out << WholeText(data.DataNo) << ' ' << END;
-    std::string line;
-    for (int i = 0; i < data.DataNo; ++i) {
-        if (i % 8 == 0 && i != 0) line += END;
-        AddRight(line, Item(data.Count, i), 7);
-    }
-    out << line;
-    if (data.DataNo > 0) out << END;
-    out << FitCp932(prop.SampleName.View(), 20) << FitCp932(prop.FileName.View(), 40)
-        << DateToShow(prop.OpDate.View()) << ' ' << TimeToShow(prop.OpTime.View()) << "   " << END;
+    out << CountBlock(data) << ReportNames(prop) << END;
     out << FormatNumber(param.Pressure, "#0.0") << ',' << FormatNumber(param.Temperature, "#0.0")
         << END;
     out << FormatNumber(param.TwoTheta, "##0.0") << ",0,0,0,0,0" << END;
@@ -256,13 +249,7 @@ std::int16_t SaveXba(const std::string& path, const SpectrumData& data, const Pr
 
 std::int16_t SaveXta(const std::string& path, const SpectrumData& data, const PropertyRecord& prop,
                      const PeakTable&, const FileTalk& talk) {
-    for (int i = 0; i < data.DataNo; ++i)
-        if (const std::int32_t count = Item(data.Count, i); count > 999999 || count < -99999) {
-            talk.log(path +
-                     ": counts of seven characters stand in this form with no blank between "
-                     "them; keep the spectrum in another form too.");
-            break;
-        }
+    TellTouchingCounts(path, data, talk);
     return Writing(path, talk, false, [&](std::ostream& out) { WriteXtaText(out, data, prop); });
 }
 

@@ -9,11 +9,10 @@
 namespace vael {
 namespace {
 
-constexpr std::size_t PIECE = 1 << 16;  // bytes taken from the input at a time
-
 /// The numbers of a line " X(mm)=1.000 Y(mm)=2.000": each from behind a "=" to the next blank, the
 /// last to the end of the line.
-void Labelled(const NpdLines& lines, std::string_view line, std::initializer_list<double*> values) {
+void Labelled(const TextLines& lines, std::string_view line,
+              std::initializer_list<double*> values) {
     std::size_t at = 0;
     std::size_t left = values.size();
     for (double* value : values) {
@@ -61,63 +60,12 @@ std::string TwoDigitField(std::string_view text) {
 
 }  // namespace
 
-bool NpdLines::More() {
-    held_.erase(0, at_);
-    at_ = 0;
-    const std::size_t had = held_.size();
-    held_.resize(had + PIECE);
-    in_->read(held_.data() + had, PIECE);
-    const auto got = static_cast<std::size_t>(in_->gcount());
-    held_.resize(had + got);
-    return got > 0;
-}
-
-std::string_view NpdLines::Next(const char* expected) {
-    ++number_;
-    std::size_t seen = 0;  // of the held text: no need to search it twice
-    auto end = held_.find('\n', at_);
-    while (end == std::string::npos) {
-        seen = held_.size() - at_;
-        if (!More()) break;
-        end = held_.find('\n', at_ + seen);
-    }
-    if (end == std::string::npos && at_ == held_.size())
-        Fail(std::string("the file ends, ") + expected + " was expected");
-    const std::size_t stop = end == std::string::npos ? held_.size() : end;
-    std::string_view line(held_.data() + at_, stop - at_);
-    at_ = end == std::string::npos ? held_.size() : end + 1;
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    return line;
-}
-
-void NpdLines::Fail(const std::string& what) const {
-    throw Fault(FaultNumber::FileContent, "line " + std::to_string(number_) + ": " + what);
-}
-
-double NpdLines::Value(std::string_view text, const char* expected) const {
-    const auto value = ParseNumber(text);
-    if (!value)
-        Fail(std::string(expected) + " was expected, not \"" + FromCp932(text.substr(0, 40)) +
-             "\"");
-    return *value;
-}
-
-std::int16_t NpdLines::Whole(std::string_view text, const char* expected) const {
-    const double value = Value(text, expected);
-    try {
-        return Whole16(value);
-    } catch (const Fault&) {
-        Fail(std::string(expected) + " was expected, not \"" + FromCp932(text.substr(0, 40)) +
-             "\"");
-    }
-}
-
 std::string_view NpdValue(std::string_view line, char mark) {
     const auto at = line.find(mark);
     return TrimView(at == std::string_view::npos ? line : line.substr(at + 1));
 }
 
-std::int16_t ReadNpdShared(NpdLines& lines, PropertyRecord& prop) {
+std::int16_t ReadNpdShared(TextLines& lines, PropertyRecord& prop) {
     ParamRecord& param = prop.Param;
     const auto value = [&](const char* expected) {
         const std::string_view line = lines.Next(expected);
@@ -155,11 +103,11 @@ std::int16_t ReadNpdShared(NpdLines& lines, PropertyRecord& prop) {
     return header;
 }
 
-void SkipNpdLines(NpdLines& lines, int skip) {
+void SkipNpdLines(TextLines& lines, int skip) {
     for (; skip > 0; --skip) (void)lines.Next("a further header line");
 }
 
-void ReadNpdCounts(NpdLines& lines, std::string_view lengthLine, SpectrumData& data) {
+void ReadNpdCounts(TextLines& lines, std::string_view lengthLine, SpectrumData& data) {
     const std::int16_t count = lines.Whole(NpdValue(lengthLine), "the number of channels");
     (void)lines.Next("the counting seconds");
     for (int i = 0; i < count; ++i) {
@@ -181,13 +129,6 @@ std::string NpdMoment(const PropertyRecord& prop) {
     const std::string time = OneLine(prop.OpTime.View());
     return date.substr(0, 4) + '-' + date.substr(4, 2) + '-' + date.substr(6, 2) + ' ' +
            TwoDigitField(time.substr(0, 2)) + ':' + time.substr(2, 2) + ':' + time.substr(4, 2);
-}
-
-std::string OneLine(std::string_view bytes) {
-    std::string text(bytes);
-    for (char& c : text)
-        if (c == '\r' || c == '\n' || c == '\0') c = ' ';
-    return text;
 }
 
 }  // namespace vael
