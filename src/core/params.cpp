@@ -17,6 +17,7 @@
 #include "core/wholefile.h"
 #include "core/windows.h"
 #include "files/filevael.h"
+#include "lattice/frmatom.h"
 #include "toolkit/hand.h"
 
 #include <algorithm>
@@ -80,6 +81,7 @@ void LoadSteps(const std::string& userFolder) {
     store.PeakTables = {};
     store.Rois = {};
     store.FitSource = {};
+    frmAtom.InitAtom();
 
     store.UserDataFolder = userFolder;
     ChangeFolder(userFolder);
@@ -266,6 +268,7 @@ void Form_Load(const std::string& programFolder) {
     store.ProgramFolder = programFolder;
     store.FixedDefault = 1;  // set before the file is read: its second record is not there
     frmLog.Visible = false;
+    frmAtom.Visible = false;
     frmRoiReport.Visible = false;
     DefaultColours();
     LoadSteps(CurrentFolder());
@@ -278,6 +281,7 @@ void Form_Load_Proc() { LoadSteps("\\UserData\\"); }
 
 void ExitProc() {
     if (CheckNoSave() == TRUE_WORD) return;
+    Unload(frmAtom);
     Unload(frmRoiReport);
     Unload(frmLog);
     Unload(frmSelGraph);
