@@ -65,6 +65,7 @@ struct AtomView : View {
     std::array<std::vector<ElementMark>, WINDOW_COUNT> Shown;  // what stands on the plots
 
     ControlArray<Button, ELEMENT_MAX> cmdAtom{*this, "cmdAtom"};  // atomic number less 1
+    ControlArray<Label, 2> lblSeries{*this, "lblSeries", {"57–71", "89–103"}};
     Frame fraCharacter{*this, "fraCharacter", "Character"};
     Label lblCharacter{*this, "lblCharacter"};
     ControlArray<Label, LINE_KINDS> lblLine{*this, "lblLine"};
