@@ -263,6 +263,10 @@ TEST(Journey, EveryEnabledControlIsPressed) {
         EXPECT_TRUE(world.Desk.FormOfView(frmProperty)->isVisible());
         world.ClickOn(frmProperty.cmdCan);
     }
+    test::CopyElementTable(world);
+    world.ClickOn(v.cmdEnergy[1]);  // and so has the periodic table
+    EXPECT_TRUE(world.Desk.FormOfView(frmAtom)->isVisible());
+    world.ClickOn(frmAtom.cmdCancel);
     press(v.mnuLogText);
     EXPECT_TRUE(world.Desk.FormOfView(frmLog)->isVisible());
     press(frmLog.cmdClear);
