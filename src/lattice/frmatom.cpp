@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 namespace vael {
 namespace {
@@ -358,9 +359,11 @@ double AtomView::Energy(int number, int kind) const { return frmElement.Energy(n
 std::string AtomView::ElementName(int number) const { return frmElement.ElementName(number); }
 
 void PutElementMarks(int win) {
-    Engine().ClearRegistrations(win);
     auto& shown = Item(frmAtom.Shown, win);
-    shown = MarksOf(win);
+    auto marks = MarksOf(win);
+    // The tables are large: a plot without marks, as most are, does not wait for their clearing.
+    if (!shown.empty() || !marks.empty()) Engine().ClearRegistrations(win);
+    shown = std::move(marks);
     if (shown.empty() || Engine().Target(win).Canvas == nullptr) return;
     const Colour colour = Item(store.ColorTable, ROLE_ELEMENT_MARK);
     for (const ElementMark& mark : shown)
