@@ -6,6 +6,8 @@
 #include "analysis/frmpeakreport.h"
 #include "analysis/frmroireport.h"
 #include "analysis/frmsetting.h"
+#include "calibration/frmcalibcurv.h"
+#include "calibration/frmdialogcalibc.h"
 #include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
@@ -16,6 +18,8 @@
 #include "core/frmvaelana.h"
 #include "desktop/icons.h"
 #include "files/frmproperty.h"
+#include "ui_frmcalibcurv.h"
+#include "ui_frmdialogcalibc.h"
 #include "ui_frmdialogload.h"
 #include "ui_frmdialogmessage.h"
 #include "ui_frmdisppara.h"
@@ -77,6 +81,8 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmManualFit, FromUi<Ui::frmManualFit>()));
     forms.push_back(
         std::make_unique<Form>(frmInputFitParameter, FromUi<Ui::frmInputFitParameter>()));
+    forms.push_back(std::make_unique<Form>(frmDialogCalibC, FromUi<Ui::frmDialogCalibC>()));
+    forms.push_back(std::make_unique<Form>(frmCalibCurv, FromUi<Ui::frmCalibCurv>()));
     return forms;
 }
 

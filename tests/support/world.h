@@ -44,6 +44,21 @@ inline std::string BytesOf(const std::string& path) {
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
+/// The folder of the process, which comes back when a test ends that has moved it.
+class FolderOfProcess {
+public:
+    FolderOfProcess() : folder_(std::filesystem::current_path()) {}
+    ~FolderOfProcess() {
+        std::error_code none;
+        std::filesystem::current_path(folder_, none);
+    }
+    FolderOfProcess(const FolderOfProcess&) = delete;
+    FolderOfProcess& operator=(const FolderOfProcess&) = delete;
+
+private:
+    std::filesystem::path folder_;
+};
+
 /// The program started in an empty folder, with a scripted desk.
 struct World {
     World() {
@@ -53,6 +68,7 @@ struct World {
         Form_Load(Folder.Path());
     }
     TempFolder Folder;
+    FolderOfProcess Here;
     ScriptedDesk Desk;
 };
 
