@@ -263,6 +263,11 @@ TEST(Journey, EveryEnabledControlIsPressed) {
         EXPECT_TRUE(world.Desk.FormOfView(frmProperty)->isVisible());
         world.ClickOn(frmProperty.cmdCan);
     }
+    for (int way = 0; way < 2; ++way) {  // the calibration has a census of its own
+        way == 0 ? world.ClickOn(v.mnuCons) : world.ClickOn(v.cmdEnergy[0]);
+        EXPECT_TRUE(world.Desk.FormOfView(frmDialogCalibC)->isVisible());
+        world.ClickOn(frmDialogCalibC.cmdCalbCan);
+    }
     press(v.mnuLogText);
     EXPECT_TRUE(world.Desk.FormOfView(frmLog)->isVisible());
     press(frmLog.cmdClear);

@@ -3,6 +3,7 @@
 
 #include "core/params.h"
 #include "core/store.h"
+#include "support/folderofprocess.h"
 #include "support/freshviews.h"
 #include "support/scripteddesk.h"
 
@@ -43,21 +44,6 @@ inline std::string BytesOf(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
-
-/// The folder of the process, which comes back when a test ends that has moved it.
-class FolderOfProcess {
-public:
-    FolderOfProcess() : folder_(std::filesystem::current_path()) {}
-    ~FolderOfProcess() {
-        std::error_code none;
-        std::filesystem::current_path(folder_, none);
-    }
-    FolderOfProcess(const FolderOfProcess&) = delete;
-    FolderOfProcess& operator=(const FolderOfProcess&) = delete;
-
-private:
-    std::filesystem::path folder_;
-};
 
 /// The program started in an empty folder, with a scripted desk.
 struct World {
