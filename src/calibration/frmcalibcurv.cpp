@@ -67,9 +67,9 @@ CalibCurvView::CalibCurvView() : View("frmCalibCurv", "Calibration Curve") {
     KeyPreview = EnterEscape(cmdOK_Click, cmdOK_Click);
 }
 
-void DrawGraph(int n, std::span<const double> x, std::span<const double> y, double maxCh,
-               double maxE, const std::array<double, 3>& constants,
-               const std::vector<std::string>& lines) {
+void CalibCurvView::DrawGraph(int n, std::span<const double> x, std::span<const double> y,
+                              double maxCh, double maxE, const std::array<double, 3>& constants,
+                              const std::vector<std::string>& lines) {
     CalibPicture picture;
     for (int i = 0; i < n; ++i) {
         picture.X.push_back(Item(x, i));
@@ -79,9 +79,9 @@ void DrawGraph(int n, std::span<const double> x, std::span<const double> y, doub
     picture.MaxE = maxE;
     picture.Constants = constants;
     picture.Lines = lines;
-    frmCalibCurv.Shown = std::move(picture);
-    frmCalibCurv.txtMemo.Text = Joined(lines);
-    frmCalibCurv.Visible = true;
+    Shown = std::move(picture);
+    txtMemo.Text = Joined(lines);
+    Visible = true;
     Paint();
 }
 

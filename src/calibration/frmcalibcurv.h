@@ -13,6 +13,13 @@ namespace vael {
 struct CalibCurvView : View {
     CalibCurvView();
 
+    /// Shows the view with n points (channels x and energies y in keV), axes up to `maxCh` - 1 and
+    /// to the hundred above `maxE`, the curve of the constants, and the lines of its label. Channels
+    /// and constants count from the same base. Faults: Subscript.
+    void DrawGraph(int n, std::span<const double> x, std::span<const double> y, double maxCh,
+                   double maxE, const std::array<double, 3>& constants,
+                   const std::vector<std::string>& lines);
+
     CalibPicture Shown;
 
     Label lblTitle{*this, "lblTitle", "Energy Calibration Curve"};
@@ -27,12 +34,5 @@ struct CalibCurvView : View {
 };
 
 inline CalibCurvView frmCalibCurv;
-
-/// Shows the view with n points (channels x and energies y in keV), axes up to `maxCh` - 1 and to
-/// the hundred above `maxE`, the curve of the constants, and the lines of its label. Channels and
-/// constants count from the same base. Faults: Subscript.
-void DrawGraph(int n, std::span<const double> x, std::span<const double> y, double maxCh,
-               double maxE, const std::array<double, 3>& constants,
-               const std::vector<std::string>& lines);
 
 }  // namespace vael

@@ -230,8 +230,8 @@ void cmdCurve_Click() {
         Item(points.X, i) += ChannelBase(kind);
         highest = std::max(highest, Item(points.Y, i));
     }
-    DrawGraph(points.Count(), points.X, points.Y, store.SpanCh, highest, constants,
-              {CalibLabel(kind, constants)});
+    frmCalibCurv.DrawGraph(points.Count(), points.X, points.Y, store.SpanCh, highest, constants,
+                           {CalibLabel(kind, constants)});
     TellStatus("The curve is shown with " + Counted(points.X.size(), "point") + ".");
 }
 

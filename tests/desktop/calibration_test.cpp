@@ -216,7 +216,7 @@ TEST(CalibrationOnScreen, EscapeLeavesTheRowsAlone) {
 
 TEST(CalibrationOnScreen, TheCurveGrowsWithItsWindow) {
     Calibrating world;
-    DrawGraph(0, {}, {}, 4096.0, 90.0, {0.0, 0.02, 0.0}, {"one", "two"});
+    curve.DrawGraph(0, {}, {}, 4096.0, 90.0, {0.0, 0.02, 0.0}, {"one", "two"});
     world.Desk.Show();
     Form& window = *world.Desk.FormOfView(curve);
     window.resize(900, 700);

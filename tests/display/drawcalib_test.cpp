@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 using namespace vael;
 using test::Drawn;
 using test::RecordingSurface;

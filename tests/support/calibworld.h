@@ -29,7 +29,8 @@ inline const std::vector<KnownLine> KNOWN{{18.08, 600.0}, {45.083, 1500.1}, {81.
 
 struct Calibrated : Plotted {
     explicit Calibrated(bool open = true) {
-        if (open) EXPECT_TRUE(Click(frmVaelAna.mnuCons));
+        if (open) Click(frmVaelAna.mnuCons);
+        EXPECT_EQ(v.Visible, open);
     }
     std::string Source(const std::string& name) {
         std::vector<GaussLine> lines;

@@ -61,7 +61,7 @@ TEST(CalibrationCurveView, StandsWithItsWords) {
 
 TEST(CalibrationCurveView, JoinsTheLinesOfItsLabel) {
     World w;
-    DrawGraph(0, {}, {}, 4096.0, 50.0, {0.0, 0.01, 0.0}, {"one", "two"});
+    curve.DrawGraph(0, {}, {}, 4096.0, 50.0, {0.0, 0.01, 0.0}, {"one", "two"});
     EXPECT_EQ(curve.txtMemo.Text, "one\r\ntwo");
     EXPECT_TRUE(curve.Visible);
     EXPECT_TRUE(curve.Shown.X.empty());
@@ -93,8 +93,8 @@ TEST(CalibrationCurveView, PrintsWhatItShows) {
     EXPECT_TRUE(Click(curve.cmdPrint));
     EXPECT_EQ(w.Titles, (std::vector<std::string>{"Energy Calibration Curve"}));
     const auto words = page.Words();
-    for (const std::string told : {std::string("Energy Calibration Curve"), std::string("Channel"),
-                                   std::string("           keV"), curve.txtMemo.Text})
+    for (const std::string& told : {std::string("Energy Calibration Curve"), std::string("Channel"),
+                                    std::string("           keV"), curve.txtMemo.Text})
         EXPECT_NE(std::find(words.begin(), words.end(), told), words.end()) << told;
     EXPECT_EQ(w.Status(), "The calibration curve was printed.");
 }

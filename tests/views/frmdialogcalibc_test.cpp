@@ -156,6 +156,7 @@ TEST(CalibrationTable, AnElementsEnergyGoesIntoTheCurrentRowAndOn) {
     w.Desk.ExpectQuestion("Over write?", Answer::No);
     EntEnargy(1.0);
     EXPECT_EQ(w.Cell(C::ENERGY, 2), "74.9694");
+    w.ExpectReport();
     Click(v.cmdCalbCan);
     EntEnargy(5.0);
     Click(frmVaelAna.mnuCons);
@@ -229,7 +230,7 @@ TEST(CalibrationCurve, ALineGoesThroughTheTable) {
     EXPECT_NEAR(CalibEnergy(w.Shown(), 101.0), 3.0, 1e-12);
     EXPECT_NEAR(CalibEnergy(w.Shown(), 1101.0), 33.0, 1e-12);
     EXPECT_EQ(w.Shown()[2], 0.0);
-    EXPECT_EQ(v.lblFit.Caption, "n = 2, rms 0.0 eV, worst row 1: 0.0 eV; 2 rows incomplete");
+    EXPECT_EQ(v.lblFit.Caption, "n = 2, rms 0.0 eV; 2 rows incomplete");
 }
 
 TEST(CalibrationCurve, AParabolaStandsOnTheChannelLessOne) {
@@ -259,7 +260,7 @@ TEST(CalibrationCurve, TellsAMistypedRow) {
     Edit(v.vaSpread1, C::ENERGY, 4, "120");
     EXPECT_EQ(v.lblFit.Caption, "Changed since \"Calculate\".");
     Click(v.cmdCalEng);
-    EXPECT_EQ(v.lblFit.Caption.substr(0, 18), "n = 4, rms 0.0 eV,");
+    EXPECT_EQ(v.lblFit.Caption, "n = 4, rms 0.0 eV");
     Click(v.optCnst[0]);
     EXPECT_EQ(v.lblFit.Caption, "Changed since \"Calculate\".");
 }
@@ -508,7 +509,7 @@ TEST(CalibrationRoad, MeasuredSourcesCalibrateTheirDetector) {
     for (const auto& [channel, squares] : reflections) {
         CsrX_Change(static_cast<int>(std::lround(channel)));
         const double d = frmVaelAna.inumCursorDisp[2].Value;  // of the whole channel
-        const double exact = d * (std::lround(channel) + 1.0 + found[0] / found[1]) /
+        const double exact = d * (std::round(channel) + 1.0 + found[0] / found[1]) /
                              (channel + 1.0 + found[0] / found[1]);
         mean += exact * std::sqrt(squares) / static_cast<double>(reflections.size());
     }
