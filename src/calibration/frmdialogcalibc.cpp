@@ -191,9 +191,12 @@ std::string Halves(const Points& points) {
 std::string Quality(const Points& points, CalibCurveKind kind, const CalibConstants& constants) {
     const CalibResiduals off = ResidualsOf(kind, constants, points.X, points.Y, points.Count());
     const double worst = RoundHalfAway(off.WorstBy, 1);
-    return "n = " + std::to_string(points.Count()) + ", rms " + FormatNumber(off.Rms, "0.0") +
-           " eV, worst row " + std::to_string(Item(points.Row, off.Worst)) + ": " +
-           (worst > 0.0 ? "+" : "") + FormatNumber(worst, "0.0") + " eV" + Halves(points);
+    std::string text =
+        "n = " + std::to_string(points.Count()) + ", rms " + FormatNumber(off.Rms, "0.0") + " eV";
+    if (worst != 0.0)
+        text += ", worst row " + std::to_string(Item(points.Row, off.Worst)) + ": " +
+                (worst > 0.0 ? "+" : "") + FormatNumber(worst, "0.0") + " eV";
+    return text + Halves(points);
 }
 
 void cmdCalEng_Click() {

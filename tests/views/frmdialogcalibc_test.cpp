@@ -347,8 +347,9 @@ TEST(CalibrationEnd, UpdateTakesTheConstantsOverAndEmptiesTheRows) {
     EXPECT_EQ(std::filesystem::current_path(),
               std::filesystem::canonical(w.Folder.Path("UserData")));
     EXPECT_EQ(w.Status(), "The calibration was updated.");
-    EXPECT_EQ(w.Report(),
-              "Ag.npd,  " + w.Folder.Path() + "/\r\n \r\nE = A + Bx\r\n \r\n" + "0.05\r\n0.03\r\n");
+    const std::string told = "Ag.npd,  " + w.Folder.Path() + "/\r\n \r\nE = A + Bx\r\n \r\n";
+    EXPECT_EQ(w.Report(), told + NumberText(store.DefaultParam.EgcCoef[0]) + "\r\n" +
+                              NumberText(store.DefaultParam.EgcCoef[1]) + "\r\n");
     ParamRecord written{};
     settings.BackTimes = 0;
     ASSERT_EQ(ReadSystemPara(w.Folder.Path("syspara_a.xpr"), written), TRUE_WORD);
