@@ -7,6 +7,7 @@
 #include "analysis/frmroireport.h"
 #include "analysis/frmsetting.h"
 #include "analysis/roicommands.h"
+#include "calibration/frmdialogcalibc.h"
 #include "core/areamarks.h"
 #include "core/cursors.h"
 #include "core/expand.h"
@@ -124,8 +125,8 @@ void Withhold(VaelAnaView& v) {
         {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
-    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect, &v.mnuCons, &v.cmdShowReport,
-          &v.cmdFiles[2], &v.cmdEnergy[0], &v.cmdOperation[9]},
+    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect, &v.cmdShowReport,
+          &v.cmdFiles[2], &v.cmdOperation[9]},
          "comes in a later release");
 }
 
@@ -152,7 +153,7 @@ void Tips(VaelAnaView& v) {
         "Saves the current row in a file (Ctrl+S)", "Prints the plots",
         "Shows how the current spectrum was measured, and edits it (Ctrl+Y)"};
     for (std::size_t k = 0; k < FILES.size(); ++k) v.cmdFiles[k].Tip = FILES[k];
-    v.cmdEnergy[0].Tip = "Finds the energy calibration from known lines";
+    v.cmdEnergy[0].Tip = "Finds the energy calibration from known lines (Ctrl+K)";
     v.cmdEnergy[1].Tip = "Marks the lines of an element on the current spectrum (Ctrl+Shift+E)";
     v.cmdDisplay[0].Tip = "Magnifies a part of the upper window in the lower one (Ctrl+E)";
     v.cmdAutoFit.Tip =
@@ -215,6 +216,7 @@ void Keys(VaelAnaView& v) {
     v.mnuFittingAll.Shortcut = "Ctrl+Shift+F";
     v.mnuPeakSep.Shortcut = "Ctrl+T";
     v.mnuLogText.Shortcut = "Ctrl+L";
+    v.mnuCons.Shortcut = "Ctrl+K";
     v.mnuWinType[0].Shortcut = "Ctrl+I";
     v.mnuWinType[1].Shortcut = "Ctrl+U";
     v.mnuLogarithmic.Shortcut = "Ctrl+1";
@@ -305,6 +307,7 @@ void WireMenus(VaelAnaView& v) {
     v.mnuExpressFit.Click = mnuExpressFit_Click;
     v.mnuLogText.Click = mnuLogText_Click;
     v.mnuSetCons.Click = ShowSetting;
+    v.mnuCons.Click = ShowDialogCalibC;
     v.Command1.Click = ShowDispPara;
     v.mnuPeakReport.Click = ShowPeakReport;
     v.mnuRoiReport.Click = ShowRoiReport;
@@ -340,6 +343,7 @@ void WirePanel(VaelAnaView& v) {
     v.cmdFiles[0].Click = LoadNew;
     v.cmdFiles[1].Click = FileSave;
     v.cmdFiles[3].Click = ShowProperty;
+    v.cmdEnergy[0].Click = ShowDialogCalibC;
     v.cmdEnergy[1].Click = [] { frmAtom.ShowTop(); };
     v.cmdMnSelGrp.Click = cmdMnSelGrp_Click;
     v.cmdAutoFit.Click = vael::cmdAutoFit;

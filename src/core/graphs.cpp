@@ -227,7 +227,7 @@ int GetGraphSpace(int mark) {
         if (mark == -1) {
             used = TRUE_WORD;
             ++store.GraphTotal;
-            // What the slot held before and what was fitted to it are no matter of its new spectrum.
+            // What the slot held and what was fitted to it are no matter of its new spectrum.
             Item(store.FitSource, n) = 0;
             ClearElementMarks(n);
             std::replace(store.FitSource.begin(), store.FitSource.end(), Int16(n + 1), Int16(0));

@@ -4,6 +4,7 @@
 #include "analysis/frmmanualfit.h"
 #include "analysis/frmroireport.h"
 #include "analysis/roicommands.h"
+#include "calibration/frmdialogcalibc.h"
 #include "core/expand.h"
 #include "core/fault.h"
 #include "core/frmlog.h"
@@ -36,8 +37,9 @@ struct SystemFile {
     ParamRecord Second{};
 };
 
-constexpr const char* SYSTEM_FILE = "/syspara_a.xpr";
 constexpr const char* INI_FILE = "/VaelAna.ini";
+
+std::string SystemFilePath() { return store.ProgramFolder + PATH_SEPARATOR + SYSTEM_FILE; }
 
 void IniDefaults() {
     SetDefault();
@@ -63,14 +65,23 @@ std::string CurrentFolder() {
 }
 
 /// Makes a folder the current one; where it is not there, the process stays where it is.
-void ChangeFolder(std::string folder) {
-    std::replace(folder.begin(), folder.end(), '\\', PATH_SEPARATOR);
+void ChangeFolder(const std::string& folder) {
     std::error_code none;
     std::filesystem::current_path(folder, none);
 }
 
-/// Steps 2 to 14 of start-up. Dialogs start in the folder that is current then.
-void LoadSteps(const std::string& userFolder) {
+/// The folder that dialogs start in after the second entry: below the program's own, made when it
+/// is missing. Where it cannot be made or entered the process stays where it is.
+std::string UserDataPlace() {
+    const std::string place = store.ProgramFolder + PATH_SEPARATOR + "UserData";
+    std::error_code none;
+    std::filesystem::create_directory(place, none);
+    return place;
+}
+
+/// Steps 2 to 14 of start-up. Dialogs start in the folder that is current then: `enter`, where it
+/// can be entered. `userFolder` is what the store says of it.
+void LoadSteps(const std::string& userFolder, const std::string& enter) {
     VaelAnaView& v = frmVaelAna;
     for (std::size_t row = 0; row < GRAPH_COUNT; ++row) {
         store.SlotUsed[row] = FALSE_WORD;
@@ -84,13 +95,12 @@ void LoadSteps(const std::string& userFolder) {
     frmAtom.InitAtom();
 
     store.UserDataFolder = userFolder;
-    ChangeFolder(userFolder);
+    ChangeFolder(enter);
     const PathPieces folder = SplitFilePath(CurrentFolder() + "*.*");
     store.DataDrive = folder.Drive;
     store.DataFolder = folder.Folder;
 
-    if (ReadSystemPara(store.ProgramFolder + SYSTEM_FILE, store.DefaultParam) == TRUE_WORD)
-        SetDefaultEgc(0);
+    if (ReadSystemPara(SystemFilePath(), store.DefaultParam) == TRUE_WORD) SetDefaultEgc(0);
 
     store.SpanCh = DEFAULT_CHANNELS;
     v.ActiveWin = 0;
@@ -271,21 +281,21 @@ void Form_Load(const std::string& programFolder) {
     frmAtom.Visible = false;
     frmRoiReport.Visible = false;
     DefaultColours();
-    LoadSteps(CurrentFolder());
+    LoadSteps(CurrentFolder(), CurrentFolder());
     ReadIni(store.ProgramFolder + INI_FILE);
     RefreshRoiReport();
     frmVaelAna.Visible = true;
 }
 
-void Form_Load_Proc() { LoadSteps("\\UserData\\"); }
+void Form_Load_Proc() { LoadSteps("\\UserData\\", UserDataPlace()); }
 
 void ExitProc() {
-    if (CheckNoSave() == TRUE_WORD) return;
+    if (CheckNoSave() == TRUE_WORD || !CalibrationMayGo()) return;
     Unload(frmAtom);
     Unload(frmRoiReport);
     Unload(frmLog);
     Unload(frmSelGraph);
-    WriteSystemPara(store.ProgramFolder + SYSTEM_FILE, store.DefaultParam);
+    WriteSystemPara(SystemFilePath(), store.DefaultParam);
     WriteIni(store.ProgramFolder + INI_FILE);
     TheDesk().Quit();
 }

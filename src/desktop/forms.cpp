@@ -6,6 +6,8 @@
 #include "analysis/frmpeakreport.h"
 #include "analysis/frmroireport.h"
 #include "analysis/frmsetting.h"
+#include "calibration/frmcalibcurv.h"
+#include "calibration/frmdialogcalibc.h"
 #include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
@@ -19,6 +21,8 @@
 #include "lattice/frmatom.h"
 #include "lattice/frmelement.h"
 #include "ui_frmatom.h"
+#include "ui_frmcalibcurv.h"
+#include "ui_frmdialogcalibc.h"
 #include "ui_frmdialogload.h"
 #include "ui_frmdialogmessage.h"
 #include "ui_frmdisppara.h"
@@ -83,6 +87,8 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
         std::make_unique<Form>(frmInputFitParameter, FromUi<Ui::frmInputFitParameter>()));
     forms.push_back(std::make_unique<Form>(frmElement, FromUi<Ui::frmElement>()));
     forms.push_back(std::make_unique<Form>(frmAtom, FromUi<Ui::frmAtom>()));
+    forms.push_back(std::make_unique<Form>(frmDialogCalibC, FromUi<Ui::frmDialogCalibC>()));
+    forms.push_back(std::make_unique<Form>(frmCalibCurv, FromUi<Ui::frmCalibCurv>()));
     return forms;
 }
 

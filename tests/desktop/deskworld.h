@@ -6,6 +6,7 @@
 #include "core/store.h"
 #include "desktop/qtdesk.h"
 #include "desktop/widgets.h"
+#include "support/folderofprocess.h"
 #include "support/freshviews.h"
 #include "support/spectra.h"
 #include "toolkit/hand.h"
@@ -244,6 +245,7 @@ struct DeskWorld {
     }
 
     QTemporaryDir Folder;
+    FolderOfProcess Here;
     ScriptedQtDesk Desk;
     std::vector<std::string> Faults;
     std::set<std::string> Pressed;

@@ -1,4 +1,5 @@
 // The periodic table and the element sheet in their windows, by mouse and key, and their pictures.
+#include "gridworld.h"
 #include "shots.h"
 
 #include "core/graphs.h"
@@ -35,20 +36,8 @@ void RightPress(DeskWorld& world, const Button& button) {
     DeskWorld::Settle();
 }
 
-/// All controls of a view that can be pressed were pressed.
-void ExpectPressed(const DeskWorld& world, const std::set<std::string>& usable,
-                   const std::string& view) {
-    int controls = 0;
-    for (const std::string& name : usable) {
-        if (!name.starts_with(view + ".")) continue;
-        ++controls;
-        EXPECT_TRUE(world.Pressed.contains(name)) << name << " works and no test presses it";
-    }
-    EXPECT_GT(controls, 10) << view;
-}
-
 TEST(AtomOnScreen, EveryControlIsPressedAndItsResultSeen) {
-    DeskWorld world;
+    test::GridWorld world;
     OpenTable(world);
     std::set<std::string> usable;
     test::CollectUsable(usable);
@@ -84,7 +73,7 @@ TEST(AtomOnScreen, EveryControlIsPressedAndItsResultSeen) {
     world.ClickOn(v.cmdCancel);
     EXPECT_FALSE(world.Desk.FormOfView(v)->isVisible());
     EXPECT_EQ(marks(), 1) << "the marks stay";
-    ExpectPressed(world, usable, "frmAtom");
+    world.ExpectAllPressed(usable, "frmAtom");
     EXPECT_TRUE(world.Faults.empty());
 }
 
@@ -161,7 +150,7 @@ TEST_F(ElementShots, TheTableTheSheetAndTheMarks) {
 }
 
 TEST(ElementOnScreen, EveryControlIsPressedAndOkWritesIt) {
-    DeskWorld world;
+    test::GridWorld world;
     test::CopyElementTable(world);
     RunEvent(frmVaelAna, [] { ShowElement(57); });
     DeskWorld::Settle();
@@ -188,7 +177,7 @@ TEST(ElementOnScreen, EveryControlIsPressedAndOkWritesIt) {
     while (std::getline(in, line))
         if (line.starts_with("107,")) break;
     EXPECT_EQ(line, "107,Xx,Short,Long,1,2,3,4,5,6,7,8,\r");
-    ExpectPressed(world, usable, "frmElement");
+    world.ExpectAllPressed(usable, "frmElement");
     EXPECT_TRUE(world.Faults.empty());
 }
 

@@ -267,6 +267,11 @@ TEST(Journey, EveryEnabledControlIsPressed) {
     world.ClickOn(v.cmdEnergy[1]);  // and so has the periodic table
     EXPECT_TRUE(world.Desk.FormOfView(frmAtom)->isVisible());
     world.ClickOn(frmAtom.cmdCancel);
+    for (int way = 0; way < 2; ++way) {  // the calibration has a census of its own
+        way == 0 ? world.ClickOn(v.mnuCons) : world.ClickOn(v.cmdEnergy[0]);
+        EXPECT_TRUE(world.Desk.FormOfView(frmDialogCalibC)->isVisible());
+        world.ClickOn(frmDialogCalibC.cmdCalbCan);
+    }
     press(v.mnuLogText);
     EXPECT_TRUE(world.Desk.FormOfView(frmLog)->isVisible());
     press(frmLog.cmdClear);

@@ -6,6 +6,8 @@
 #include "analysis/frmpeakreport.h"
 #include "analysis/frmroireport.h"
 #include "analysis/frmsetting.h"
+#include "calibration/frmcalibcurv.h"
+#include "calibration/frmdialogcalibc.h"
 #include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
@@ -39,6 +41,8 @@ inline void FreshViews() {
     Unload(frmInputFitParameter);
     Unload(frmElement);
     Unload(frmAtom);
+    Unload(frmDialogCalibC);
+    Unload(frmCalibCurv);
 }
 
 }  // namespace vael

@@ -3,6 +3,7 @@
 
 #include "core/params.h"
 #include "core/store.h"
+#include "support/folderofprocess.h"
 #include "support/freshviews.h"
 #include "support/scripteddesk.h"
 #include "support/tempfolder.h"
@@ -27,6 +28,7 @@ struct World {
         Form_Load(Folder.Path());
     }
     TempFolder Folder;
+    FolderOfProcess Here;
     ScriptedDesk Desk;
 };
 

@@ -1,4 +1,5 @@
 // The element sheet: browsing, its limits and messages, editing, writing, and the way out.
+#include "calibration/frmdialogcalibc.h"
 #include "support/elementworld.h"
 
 #include <gtest/gtest.h>
@@ -254,4 +255,41 @@ TEST(Element, EnterAndADoubleClickGiveALinesEnergyToTheCalibration) {
     v.EntEnargy = nullptr;
     PressEnter(v.ImNumber2);
     EXPECT_EQ(entered.size(), 3u);
+}
+
+TEST(Element, TheCalibrationsButtonOpensItAndItsLinesFillTheTableThere) {
+    ElementWorld world;
+    DialogCalibCView& calibration = frmDialogCalibC;
+    world.OpenOne();
+    world.ShowTable();
+    Click(frmVaelAna.mnuCons);
+    ASSERT_TRUE(calibration.Visible);
+    EXPECT_FALSE(v.Visible);
+    EXPECT_TRUE(Click(calibration.cmdEnergyInp));
+    ASSERT_TRUE(v.Visible);
+    EXPECT_NE(v.lblTold.Caption.find("calibration"), std::string::npos);
+    Sheet::GoTo("47");
+    PressEnter(v.ImNumber2);
+    DoubleClick(v.ImNumber3);
+    Click(ElementWorld::Kind(LINE_KA2));
+    Click(ElementWorld::Kind(LINE_KB1));
+    Click(ElementWorld::Kind(LINE_KB2));
+    Click(ElementWorld::Atom(82));  // its Ka1 alone
+    const auto energy = [&](std::size_t row) {
+        return row < calibration.Pairs.size() ? calibration.Pairs[row][DialogCalibCView::ENERGY - 1]
+                                              : std::string("none");
+    };
+    EXPECT_EQ(energy(0), "22.1629");
+    EXPECT_EQ(energy(1), "24.9426");
+    EXPECT_EQ(energy(2), "74.9693");
+    EXPECT_EQ(calibration.vaSpread1.Row, 4) << "goes on to the next row";
+    world.Desk.ExpectQuestion("The table of the energy calibration is lost. Do you leave?",
+                              Answer::No);
+    Click(frmVaelAna.mnuExit);
+    world.Desk.ExpectQuestion("Parameter saved as " + world.Folder.Path() + "/Calib_Data.txt");
+    Click(calibration.cmdCalbCan);
+    EXPECT_FALSE(v.EntEnargy);
+    EXPECT_FALSE(frmAtom.EntEnargy);
+    PressEnter(v.ImNumber2);
+    EXPECT_EQ(energy(3), "none");
 }
