@@ -1,4 +1,4 @@
-// The element table: 107 elements with their K line energies, read from atomic.dat and written back.
+// The element table: 107 elements with their K line energies, read from and written to atomic.dat.
 #pragma once
 
 #include <array>

@@ -24,9 +24,9 @@ struct ElementMark {
 /// the program sets it: nothing.
 ///
 /// The marks belong to a graph in a window; a graph made from another one begins with its marks.
-/// - "Mark": the left button on an element marks its lines of the chosen kinds on the current graph,
-///   and takes them off again. A line kind that is pressed is chosen or not from then on, and so are
-///   those lines of all elements that are marked on the current graph.
+/// - "Mark": the left button on an element marks its lines of the chosen kinds on the current
+///   graph, and takes them off again. A line kind that is pressed is chosen or not from then on, and
+///   so are those lines of all elements that are marked on the current graph.
 /// - "Edit": the left button on an element opens its sheet, and the line kinds are those of this
 ///   element alone.
 /// - The right button takes all marks of an element off, in both.
@@ -50,8 +50,8 @@ struct AtomView : View {
     [[nodiscard]] double Energy(int number, int kind) const;
     [[nodiscard]] std::string ElementName(int number) const;
 
-    /// Takes the energy of each line that is marked by a press, in keV, into the calibration's table.
-    /// Empty while no calibration is open: the one who opens it sets it, and clears it.
+    /// Takes the energy of each line that is marked by a press, in keV, into the calibration's
+    /// table. Empty while no calibration is open: the one who opens it sets it, and clears it.
     std::function<void(double)> EntEnargy;
 
     int WinNo = 0;              // window whose graph is marked, 0 in Expand and PileUp style

@@ -84,8 +84,8 @@ void SetValue() {
     ShowHint();
 }
 
-/// Takes a box into its cell; a text that does not fit goes back to what the cell has. The cell of a
-/// box that nobody changed keeps its bytes. False for a text that was refused.
+/// Takes a box into its cell; a text that does not fit goes back to what the cell has. The cell of
+/// a box that nobody changed keeps its bytes. False for a text that was refused.
 bool TakeBox(TextBox& box, int column) {
     ElementView& v = frmElement;
     const std::string now = CellText(v.Table, v.Number, column);

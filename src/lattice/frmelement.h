@@ -16,8 +16,8 @@ namespace vael {
 struct ElementView : View {
     ElementView();
 
-    /// The element that is shown, by atomic number. Setting it shows another one; a number outside 1
-    /// to 107 says "AtomIndex out of range" and changes nothing.
+    /// The element that is shown, by atomic number. Setting it shows another one; a number outside
+    /// 1 to 107 says "AtomIndex out of range" and changes nothing.
     [[nodiscard]] std::int16_t ElemNo() const { return Number; }
     void ElemNo(std::int16_t number);
     // What the table has of an element; empty or 0 where it has nothing. They read the file when no

@@ -210,8 +210,8 @@ TEST(ElementData, HasEverySymbolAndNameOnce) {
 }
 
 TEST(ElementData, AgreesWithThePublishedLines) {
-    // J. A. Bearden, Rev. Mod. Phys. 39 (1967) 78: Ka1, Ka2, Kb1 in eV; K edges: J. A. Bearden, A. F.
-    // Burr, ibid. 125.
+    // J. A. Bearden, Rev. Mod. Phys. 39 (1967) 78: Ka1, Ka2, Kb1 in eV; K edges: J. A. Bearden,
+    // A. F. Burr, ibid. 125.
     struct Row {
         int Number;
         double Ka1, Ka2, Kb1, Edge;
@@ -237,8 +237,8 @@ TEST(ElementData, AgreesWithThePublishedLines) {
 }
 
 TEST(ElementData, TheAverageKLineWeighsKa1TwiceNearly) {
-    // Ka2 to Ka1 is 0.50 for light elements and 0.62 for the heaviest (J. H. Scofield, Phys. Rev. A 9
-    // (1974) 1041).
+    // Ka2 to Ka1 is 0.50 for light elements and 0.62 for the heaviest (J. H. Scofield, Phys. Rev. A
+    // 9 (1974) 1041).
     for (int number = 20; number <= 104; ++number) {
         const double ka1 = Energy(number, LINE_KA1), ka2 = Energy(number, LINE_KA2);
         const double mean = Energy(number, LINE_KAVE);

@@ -438,8 +438,8 @@ TEST(AtomTable, CeriumsLinesStandUnderItsMarksOnAMeasuredSpectrum) {
     const auto lines = ElementWorld::Lines(0);
     ASSERT_EQ(lines.size(), 4u);
     const auto& counts = store.SpectrumDatas[static_cast<std::size_t>(DataNo())].Count;
-    // Within two channels of each mark there is a channel that is higher than both its neighbours and
-    // far above the background left of the lines.
+    // Within two channels of each mark there is a channel that is higher than both its neighbours
+    // and far above the background left of the lines.
     const auto count = [&](int channel) { return counts[static_cast<std::size_t>(channel)]; };
     const std::int32_t background = count(static_cast<int>(lines[0]) - 40);
     for (const double line : lines) {

@@ -286,8 +286,8 @@ TEST(Element, TheCalibrationsButtonOpensItAndItsLinesFillTheTableThere) {
     world.Desk.ExpectQuestion("The table of the energy calibration is lost. Do you leave?",
                               Answer::No);
     Click(frmVaelAna.mnuExit);
-    world.Desk.ExpectQuestion("Parameter saved as " + world.Folder.Path() + "/Calib_Data.txt");
-    Click(calibration.cmdCalbCan);
+    Click(calibration.cmdCalbCan);  // no row has a channel yet, so there is no report
+
     EXPECT_FALSE(v.EntEnargy);
     EXPECT_FALSE(frmAtom.EntEnargy);
     PressEnter(v.ImNumber2);
