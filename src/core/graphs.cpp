@@ -323,6 +323,11 @@ int RowOfSlot(int slot) {
     return -1;
 }
 
+const GraphEntry* SelectedRow(int win) {
+    const GraphEntry& entry = RowEntry(std::max(0, Item(frmVaelAna.cboGrphSel, win).Index));
+    return entry.State > 0 ? &entry : nullptr;
+}
+
 int RowOfName(const std::string& name) {
     for (int row = 0; row < GRAPH_COUNT; ++row)
         if (RowEntry(row).State > 0 && RowEntry(row).Name == name) return row;

@@ -36,17 +36,14 @@ AtomView::ElementFlags& CurrentFlags() { return FlagsOf(frmAtom.WinNo, frmAtom.G
 /// The window whose selected graph is marked in a window: the magnifier and the pile have one.
 int GraphWindow(int win) { return Expanded() || PiledUp() ? 0 : win; }
 
-/// The row that a window has selected; nullptr where it is empty.
-const GraphEntry* SelectedRow(int win) {
-    const int row = std::max(0, Item(frmVaelAna.cboGrphSel, win).Index);
-    const GraphEntry& entry = Item(store.GraphList, row);
-    return entry.State > 0 ? &entry : nullptr;
+/// The presses go to the graph that is current now.
+void Follow() {
+    const int win = GraphWindow(frmVaelAna.ActiveWin);
+    const GraphEntry* entry = SelectedRow(win);
+    frmAtom.SetObjct(win, entry != nullptr ? entry->DataNo : 0);
 }
 
-/// The presses go to the graph that is current now.
-void Follow() { frmAtom.SetObjct(GraphWindow(frmVaelAna.ActiveWin), DataNo()); }
-
-bool GraphThere() { return Item(store.GraphList, GraphNo()).State > 0; }
+bool GraphThere() { return SelectedRow(frmAtom.WinNo) != nullptr; }
 
 /// The line kinds of an element that have an energy, out of some.
 unsigned KindsWithEnergy(int number, unsigned kinds) {

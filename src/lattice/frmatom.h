@@ -25,8 +25,8 @@ struct ElementMark {
 ///
 /// The marks belong to a graph in a window; a graph made from another one begins with its marks.
 /// - "Mark": the left button on an element marks its lines of the chosen kinds on the current
-///   graph, and takes them off again. A line kind that is pressed is chosen or not from then on, and
-///   so are those lines of all elements that are marked on the current graph.
+///   graph, and takes them off again. A line kind that is pressed is chosen or not from then on,
+///   and so are those lines of all elements that are marked on the current graph.
 /// - "Edit": the left button on an element opens its sheet, and the line kinds are those of this
 ///   element alone.
 /// - The right button takes all marks of an element off, in both.

@@ -172,6 +172,10 @@ TEST(AtomTable, InAPileTheOnePlotShowsThem) {
     Table::Press(58);
     Table::ExpectLines(0, CE);
     EXPECT_TRUE(Table::Lines(1).empty());
+    frmVaelAna.ActiveWin = 1;  // its own row is an empty one
+    frmVaelAna.cboGrphSel[1].Index = 5;
+    Table::Press(47);
+    Table::ExpectLines(0, Joined(AG, CE));
 }
 
 TEST(AtomTable, MarksFollowTheCalibrationAndTheRow) {
