@@ -68,6 +68,11 @@ void GoTo(int row) {
     FillPairs();
 }
 
+bool HasChannel(int row) {
+    const auto& pairs = frmDialogCalibC.Pairs;
+    return row <= static_cast<int>(pairs.size()) && !Item(pairs, row - 1)[0].empty();
+}
+
 /// The row of the table with the same channel as another one, or 0.
 int RowOfSameChannel(int row) {
     const auto& pairs = frmDialogCalibC.Pairs;
@@ -107,6 +112,12 @@ void vaSpread1_CellEdit(int column, int row) {
     std::string& text = PairText(column, row);
     if (text != typed) Outdate();
     text = typed;
+    if (column == V::ENERGY && !typed.empty()) {
+        // A complete row leads on: to the energy of the next one, or to its channel where it has
+        // none, so that typing and fitting can take turns.
+        frmDialogCalibC.vaSpread1.Col = HasChannel(row + 1) ? V::ENERGY : V::CHANNEL;
+        GoTo(row + 1);
+    }
     TellStatus(typed.empty() ? "A cell of row " + std::to_string(row) + " was emptied."
                              : Taken(column, row, typed + (column == V::ENERGY ? " keV" : "")));
     FillPairs();

@@ -28,7 +28,7 @@ int TicksOn(double length, double room) {
 /// Distance of the ticks of both axes; they depend on the size of the canvas, so that labels never
 /// run into each other, and the plot's grid meets them since both strips are as long as the plot.
 double ChannelStep(const Canvas& canvas, const CalibPicture& picture) {
-    constexpr double room = 72.0;  // pixels a label
+    constexpr double room = 60.0;  // pixels a label
     return CalibTickStep(ChannelLimit(picture.MaxCh), TicksOn(canvas.PixelSize().Width, room));
 }
 double EnergyStep(const Canvas& canvas, const CalibPicture& picture) {
