@@ -394,7 +394,7 @@ DialogCalibCView::DialogCalibCView() : View("frmDialogCalibC", "Energy Constans 
     for (NumberBox& box : ImConst) box.ReadOnly = true;
     sprdFileName.At(NAME, 0).Text = "Name";
     sprdFileName.At(FOLDER, 0).Text = "Folder";
-    sprdFileName.Widths = {2, 20, 40};
+    sprdFileName.Widths = {2, 20, 27};
     vaSpread1.At(CHANNEL, 0).Text = "Ch";
     vaSpread1.At(ENERGY, 0).Text = "keV";
     vaSpread1.Widths = {3, 12, 12};
