@@ -27,6 +27,7 @@
 #include "core/units.h"
 #include "core/windows.h"
 #include "files/frmproperty.h"
+#include "lattice/frmatom.h"
 #include "toolkit/hand.h"
 
 namespace vael {
@@ -125,7 +126,7 @@ void Withhold(VaelAnaView& v) {
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
     Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect, &v.cmdShowReport,
-          &v.cmdFiles[2], &v.cmdEnergy[1], &v.cmdOperation[9]},
+          &v.cmdFiles[2], &v.cmdOperation[9]},
          "comes in a later release");
 }
 
@@ -153,7 +154,7 @@ void Tips(VaelAnaView& v) {
         "Shows how the current spectrum was measured, and edits it (Ctrl+Y)"};
     for (std::size_t k = 0; k < FILES.size(); ++k) v.cmdFiles[k].Tip = FILES[k];
     v.cmdEnergy[0].Tip = "Finds the energy calibration from known lines (Ctrl+K)";
-    v.cmdEnergy[1].Tip = "Marks the lines of an element on the current spectrum";
+    v.cmdEnergy[1].Tip = "Marks the lines of an element on the current spectrum (Ctrl+Shift+E)";
     v.cmdDisplay[0].Tip = "Magnifies a part of the upper window in the lower one (Ctrl+E)";
     v.cmdAutoFit.Tip =
         "Smooths a single spectrum, takes its background away and fits all its peaks (F7)";
@@ -229,6 +230,7 @@ void Keys(VaelAnaView& v) {
     v.cmdAutoFit.Shortcut = "F7";
     v.cmdManualFitting.Shortcut = "Ctrl+M";
     v.cmdDisplay[0].Shortcut = "Ctrl+E";
+    v.cmdEnergy[1].Shortcut = "Ctrl+Shift+E";
     v.cmdMnSelGrp.Shortcut = "Ctrl+G";
 }
 
@@ -342,6 +344,7 @@ void WirePanel(VaelAnaView& v) {
     v.cmdFiles[1].Click = FileSave;
     v.cmdFiles[3].Click = ShowProperty;
     v.cmdEnergy[0].Click = ShowDialogCalibC;
+    v.cmdEnergy[1].Click = [] { frmAtom.ShowTop(); };
     v.cmdMnSelGrp.Click = cmdMnSelGrp_Click;
     v.cmdAutoFit.Click = vael::cmdAutoFit;
     v.cmdManualFitting.Click = ShowManualFit;

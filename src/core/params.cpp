@@ -18,6 +18,7 @@
 #include "core/wholefile.h"
 #include "core/windows.h"
 #include "files/filevael.h"
+#include "lattice/frmatom.h"
 #include "toolkit/hand.h"
 
 #include <algorithm>
@@ -91,6 +92,7 @@ void LoadSteps(const std::string& userFolder, const std::string& enter) {
     store.PeakTables = {};
     store.Rois = {};
     store.FitSource = {};
+    frmAtom.InitAtom();
 
     store.UserDataFolder = userFolder;
     ChangeFolder(enter);
@@ -276,6 +278,7 @@ void Form_Load(const std::string& programFolder) {
     store.ProgramFolder = programFolder;
     store.FixedDefault = 1;  // set before the file is read: its second record is not there
     frmLog.Visible = false;
+    frmAtom.Visible = false;
     frmRoiReport.Visible = false;
     DefaultColours();
     LoadSteps(CurrentFolder(), CurrentFolder());
@@ -288,6 +291,7 @@ void Form_Load_Proc() { LoadSteps("\\UserData\\", UserDataPlace()); }
 
 void ExitProc() {
     if (CheckNoSave() == TRUE_WORD || !CalibrationMayGo()) return;
+    Unload(frmAtom);
     Unload(frmRoiReport);
     Unload(frmLog);
     Unload(frmSelGraph);

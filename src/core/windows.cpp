@@ -16,6 +16,7 @@
 #include "core/text.h"
 #include "core/units.h"
 #include "files/frmproperty.h"
+#include "lattice/frmatom.h"
 
 #include <algorithm>
 #include <cmath>
@@ -251,6 +252,7 @@ void RedrawWindow(int win) {
     Engine().Target(win).Canvas = &plot.Paper();
     Engine().Target(win).BackColor = Item(store.ColorTable, ROLE_WINDOW_BACK + win);
     Engine().DropMarks(win);  // the new picture has none
+    PutElementMarks(win);
     for (const GraphEntry& entry : store.GraphList)
         if (Draws(win, entry)) ColourRegions(entry.DataNo);
     Engine().Replot(win);
@@ -274,6 +276,7 @@ void RedrawBoth() {
 void RefreshReports() {
     RefreshPeakReport();
     RefreshProperty();
+    RefreshElementMarks();
     if (frmRoiReport.Visible) RefreshRoiReport();
 }
 

@@ -18,11 +18,15 @@
 #include "core/frmvaelana.h"
 #include "desktop/icons.h"
 #include "files/frmproperty.h"
+#include "lattice/frmatom.h"
+#include "lattice/frmelement.h"
+#include "ui_frmatom.h"
 #include "ui_frmcalibcurv.h"
 #include "ui_frmdialogcalibc.h"
 #include "ui_frmdialogload.h"
 #include "ui_frmdialogmessage.h"
 #include "ui_frmdisppara.h"
+#include "ui_frmelement.h"
 #include "ui_frmexpandsetting.h"
 #include "ui_frminput.h"
 #include "ui_frminputfitparameter.h"
@@ -81,6 +85,8 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmManualFit, FromUi<Ui::frmManualFit>()));
     forms.push_back(
         std::make_unique<Form>(frmInputFitParameter, FromUi<Ui::frmInputFitParameter>()));
+    forms.push_back(std::make_unique<Form>(frmElement, FromUi<Ui::frmElement>()));
+    forms.push_back(std::make_unique<Form>(frmAtom, FromUi<Ui::frmAtom>()));
     forms.push_back(std::make_unique<Form>(frmDialogCalibC, FromUi<Ui::frmDialogCalibC>()));
     forms.push_back(std::make_unique<Form>(frmCalibCurv, FromUi<Ui::frmCalibCurv>()));
     return forms;

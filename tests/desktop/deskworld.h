@@ -263,6 +263,13 @@ inline QImage PaperOf(DeskWorld& world, const Picture& picture) {
     return world.Widget<PictureWidget>(picture.Owner, picture.Name).Paper().Image();
 }
 
+/// Puts the program's element table into the program's folder.
+inline void CopyElementTable(DeskWorld& world) {
+    const std::filesystem::path folder = world.Folder.path().toStdString();
+    std::filesystem::copy_file(std::filesystem::path(VAEL_SOURCE_DIR) / "data/atomic.dat",
+                               folder / "atomic.dat");
+}
+
 /// What a user could press at this moment, by view and name.
 inline void CollectUsable(std::set<std::string>& usable) {
     for (const View* view : AllViews()) {

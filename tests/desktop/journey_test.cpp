@@ -263,6 +263,10 @@ TEST(Journey, EveryEnabledControlIsPressed) {
         EXPECT_TRUE(world.Desk.FormOfView(frmProperty)->isVisible());
         world.ClickOn(frmProperty.cmdCan);
     }
+    test::CopyElementTable(world);
+    world.ClickOn(v.cmdEnergy[1]);  // and so has the periodic table
+    EXPECT_TRUE(world.Desk.FormOfView(frmAtom)->isVisible());
+    world.ClickOn(frmAtom.cmdCancel);
     for (int way = 0; way < 2; ++way) {  // the calibration has a census of its own
         way == 0 ? world.ClickOn(v.mnuCons) : world.ClickOn(v.cmdEnergy[0]);
         EXPECT_TRUE(world.Desk.FormOfView(frmDialogCalibC)->isVisible());

@@ -40,7 +40,7 @@ inline void Shoot(QWidget& widget, const std::string& name) {
         "opened",   "fitted",   "fitted_dark", "log",           "setting",   "setting_express",
         "disppara", "input",    "rows",        "expandsetting", "expand",    "pileup",
         "area",     "memo",     "peakreport",  "roireport",     "manualfit", "inputfit",
-        "regions",  "property", "calibration", "calibcurve"};
+        "regions",  "property", "calibration", "calibcurve",    "atom",      "element"};
     if (scale > 1 || !shown.contains(name) || !qEnvironmentVariableIsSet("VAEL_APPROVE")) return;
     const std::filesystem::path manual = std::filesystem::path(VAEL_SOURCE_DIR) / "docs/images";
     std::filesystem::create_directories(manual);

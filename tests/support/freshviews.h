@@ -17,6 +17,8 @@
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "files/frmproperty.h"
+#include "lattice/frmatom.h"
+#include "lattice/frmelement.h"
 #include "toolkit/hand.h"
 
 namespace vael {
@@ -37,6 +39,8 @@ inline void FreshViews() {
     Unload(frmProperty);
     Unload(frmManualFit);
     Unload(frmInputFitParameter);
+    Unload(frmElement);
+    Unload(frmAtom);
     Unload(frmDialogCalibC);
     Unload(frmCalibCurv);
 }
