@@ -110,6 +110,7 @@ TEST(Npd, FurtherHeaderLinesAreSkippedAndALengthBelow23SkipsNone) {
 
 TEST(Npd, AStrokeThatIsNoNumberIsZeroAndTrailingLinesAreIgnored) {
     Slot slot;
+    slot.Prop.Param.RamStroke = 9.0;
     slot.Read(Replaced(NpdText({8}), "Stroke,7.25", "Stroke,none") + "99,0,55\r\nmore\r\n");
     EXPECT_EQ(slot.Prop.Param.RamStroke, 0.0);
     EXPECT_EQ(slot.Data.DataNo, 1);
