@@ -125,6 +125,18 @@ TEST(Npd, ALineWithoutANumberLeavesItsChannelAtZero) {
     EXPECT_EQ(slot.Data.Count[2], 10);
 }
 
+TEST(Npd, TheLastNumberOfALineRunsToItsEndAndTheOthersToTheNextBlank) {
+    Slot slot;
+    slot.Read(Replaced(NpdText({8}), "PHI(deg)=4.125", "PHI(deg)= -4.5  "));
+    EXPECT_EQ(slot.Prop.Param.PressTZ, -4.5);
+    slot.Read(Replaced(NpdText({8}), "Y(mm)=-2.500 ", "Y(mm)=-7.5 mm, "));
+    EXPECT_EQ(slot.Prop.Param.PressY, -7.5);
+    EXPECT_EQ(slot.Error(Replaced(NpdText({8}), "PHI(deg)=4.125", "PHI(deg)=4.125 deg")),
+              "line 19: a number behind \"=\" was expected, not \"4.125 deg\"");
+    EXPECT_EQ(slot.Error(Replaced(NpdText({8}), "R(OHM)=0.600", "R(OHM) 0.600")),
+              "line 22: a \"=\" with a number behind it was expected");
+}
+
 TEST(Npd, ALineWithNoCommaIsItsValueAsAWhole) {
     Slot slot;
     slot.Read(Replaced(NpdText({8, 9}), "Live time(sec),200.00", "123.5"));
