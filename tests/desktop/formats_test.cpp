@@ -48,7 +48,8 @@ struct Forms : DeskWorld {
         line->setFocus();
         if (!name.empty()) {
             line->selectAll();
-            QTest::keyClicks(line, QString::fromStdString(name));
+            // The dialog follows a path folder by folder while it is typed.
+            QTest::keyClicks(line, QString::fromStdString(name), Qt::NoModifier, 2);
         }
         QTest::keyClick(line, Qt::Key_Return);
     }
