@@ -26,6 +26,7 @@
 #include "core/units.h"
 #include "core/windows.h"
 #include "files/frmproperty.h"
+#include "lattice/frmpeakcal.h"
 #include "toolkit/hand.h"
 
 namespace vael {
@@ -123,8 +124,8 @@ void Withhold(VaelAnaView& v) {
         {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
-    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect, &v.mnuCons, &v.cmdShowReport,
-          &v.cmdFiles[2], &v.cmdEnergy[0], &v.cmdEnergy[1], &v.cmdOperation[9]},
+    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect, &v.mnuCons, &v.cmdFiles[2],
+          &v.cmdEnergy[0], &v.cmdEnergy[1]},
          "comes in a later release");
 }
 
@@ -139,7 +140,7 @@ void Tips(VaelAnaView& v) {
         "Moves the cursor to the previous peak of the current row (Alt+Left)",
         "Spreads the area over the whole axis, or takes it off (F8)",
         "Moves the cursor to the next peak of the current row (Alt+Right)",
-        "Matches the peaks of the current row to a crystal and refines its cell",
+        "Matches the peaks of the current row to a crystal and refines its cell (Ctrl+K)",
         "Lists the peaks of the current row (Ctrl+R)",
         "Moves the cursor one channel down (Left; with Shift 20 channels, with Ctrl it marks an "
         "area)",
@@ -158,7 +159,8 @@ void Tips(VaelAnaView& v) {
         "Smooths a single spectrum, takes its background away and fits all its peaks (F7)";
     v.cmdManualFitting.Tip = "Fits single peaks of the current row by hand (Ctrl+M)";
     v.cmdFitCancel.Tip = "Stops a fit";
-    v.cmdShowReport.Tip = "Matches the peaks of the current row to a crystal and refines its cell";
+    v.cmdShowReport.Tip =
+        "Matches the peaks of the current row to a crystal and refines its cell (Ctrl+K)";
     v.cmdMnSelGrp.Tip =
         "Lists the ten rows: which are shown, in which colour, of what sample (Ctrl+G)";
     v.Command1.Tip = "Edits the default calibration, angle, pressure and temperature";
@@ -226,6 +228,7 @@ void Keys(VaelAnaView& v) {
     v.cmdOperation[7].Shortcut = "F8";
     v.cmdAutoFit.Shortcut = "F7";
     v.cmdManualFitting.Shortcut = "Ctrl+M";
+    v.cmdShowReport.Shortcut = "Ctrl+K";
     v.cmdDisplay[0].Shortcut = "Ctrl+E";
     v.cmdMnSelGrp.Shortcut = "Ctrl+G";
 }
@@ -341,6 +344,7 @@ void WirePanel(VaelAnaView& v) {
     v.cmdMnSelGrp.Click = cmdMnSelGrp_Click;
     v.cmdAutoFit.Click = vael::cmdAutoFit;
     v.cmdManualFitting.Click = ShowManualFit;
+    v.cmdShowReport.Click = ShowPeakCal;
     v.cmdSidePanel.Click = ToggleSidePanel;
     v.cmdDisplay[0].Click = [] {
         if (frmVaelAna.ckbExpand.Usable())

@@ -19,6 +19,7 @@
 #include "core/windows.h"
 #include "files/extensions.h"
 #include "files/frmproperty.h"
+#include "lattice/frmpeakcal.h"
 #include "toolkit/hand.h"
 
 #include <algorithm>
@@ -224,6 +225,7 @@ int GetGraphSpace(int mark) {
             ++store.GraphTotal;
             // What the slot held before and what was fitted to it are no matter of its new spectrum.
             Item(store.FitSource, n) = 0;
+            Item(store.HandPeaks, n) = PeakTable{};
             std::replace(store.FitSource.begin(), store.FitSource.end(), Int16(n + 1), Int16(0));
         }
         return n;
@@ -454,6 +456,7 @@ void RefreshRows() {
     GraphSel_Repl();
     RowsToManualFit();
     RefreshProperty();
+    RefreshPeakCal();
 }
 
 void mnuCloseGraph_Click() {

@@ -17,6 +17,8 @@
 #include "core/wholefile.h"
 #include "core/windows.h"
 #include "files/filevael.h"
+#include "lattice/frmpeakcal.h"
+#include "lattice/reflectionmarkcommands.h"
 #include "toolkit/hand.h"
 
 #include <algorithm>
@@ -78,8 +80,10 @@ void LoadSteps(const std::string& userFolder) {
     ClearProperty(-1);
     ClearSpectrum(-1);
     store.PeakTables = {};
+    store.HandPeaks = {};
     store.Rois = {};
     store.FitSource = {};
+    ClearReflectionMarks();
 
     store.UserDataFolder = userFolder;
     ChangeFolder(userFolder);
@@ -278,6 +282,7 @@ void Form_Load_Proc() { LoadSteps("\\UserData\\"); }
 
 void ExitProc() {
     if (CheckNoSave() == TRUE_WORD) return;
+    EndPeakCal();  // its log is ended and may be kept
     Unload(frmRoiReport);
     Unload(frmLog);
     Unload(frmSelGraph);

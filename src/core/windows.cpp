@@ -16,6 +16,8 @@
 #include "core/text.h"
 #include "core/units.h"
 #include "files/frmproperty.h"
+#include "lattice/frmpeakcal.h"
+#include "lattice/reflectionmarkcommands.h"
 
 #include <algorithm>
 #include <cmath>
@@ -255,6 +257,7 @@ void RedrawWindow(int win) {
         if (Draws(win, entry)) ColourRegions(entry.DataNo);
     Engine().Replot(win);
     DrawRoiLabels(win);
+    DrawReflectionMarks(win);
     if (frmVaelAna.chkPeakParameter.Value != 0) {
         Engine().DrawPeakMarks(win, store.PeakTables);
         DrawPeakNumbers(win);
@@ -274,6 +277,7 @@ void RedrawBoth() {
 void RefreshReports() {
     RefreshPeakReport();
     RefreshProperty();
+    RefreshPeakCal();
     if (frmRoiReport.Visible) RefreshRoiReport();
 }
 

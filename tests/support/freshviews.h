@@ -15,6 +15,7 @@
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "files/frmproperty.h"
+#include "lattice/frmpeakcal.h"
 #include "toolkit/hand.h"
 
 namespace vael {
@@ -33,6 +34,7 @@ inline void FreshViews() {
     Unload(frmPeakReport);
     Unload(frmRoiReport);
     Unload(frmProperty);
+    Unload(frmPeakCal);
     Unload(frmManualFit);
     Unload(frmInputFitParameter);
 }
