@@ -16,6 +16,7 @@
 #include "core/frmvaelana.h"
 #include "desktop/icons.h"
 #include "files/frmproperty.h"
+#include "lattice/frmpeakcal.h"
 #include "ui_frmdialogload.h"
 #include "ui_frmdialogmessage.h"
 #include "ui_frmdisppara.h"
@@ -24,6 +25,7 @@
 #include "ui_frminputfitparameter.h"
 #include "ui_frmlog.h"
 #include "ui_frmmanualfit.h"
+#include "ui_frmpeakcal.h"
 #include "ui_frmpeakreport.h"
 #include "ui_frmproperty.h"
 #include "ui_frmroireport.h"
@@ -74,6 +76,7 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmPeakReport, FromUi<Ui::frmPeakReport>()));
     forms.push_back(std::make_unique<Form>(frmRoiReport, FromUi<Ui::frmRoiReport>()));
     forms.push_back(std::make_unique<Form>(frmProperty, FromUi<Ui::frmProperty>()));
+    forms.push_back(std::make_unique<Form>(frmPeakCal, FromUi<Ui::frmPeakCal>()));
     forms.push_back(std::make_unique<Form>(frmManualFit, FromUi<Ui::frmManualFit>()));
     forms.push_back(
         std::make_unique<Form>(frmInputFitParameter, FromUi<Ui::frmInputFitParameter>()));

@@ -2,6 +2,7 @@
 #include "lattice/latticelistcommands.h"
 
 #include "analysis/handpeakcommands.h"
+#include "analysis/peak.h"
 #include "core/cursors.h"
 #include "core/fault.h"
 #include "core/store.h"
@@ -135,7 +136,8 @@ void CopyPeakInfo() {
     Resize(grid, peaks.size());
     int line = 0;
     for (const LatticePeak& peak : peaks) {
-        grid.At(0, ++line).Text = std::to_string(line);
+        ++line;
+        grid.At(0, line).Text = std::to_string(line);
         const std::array<std::string, 9> texts{FormatNumber(peak.Ch, "#0.00"),
                                                FormatNumber(peak.KeV, "#0.0000"),
                                                FormatNumber(peak.D, D_FORMAT),

@@ -16,13 +16,6 @@
 namespace vael {
 namespace {
 
-struct ReflectionMark {
-    int Slot = 0;
-    double Ch = 0.0;  // 0-based
-    std::string Words;
-    Colour Ink = 0;
-};
-
 std::vector<ReflectionMark> marks;
 
 constexpr double POINTS = 8.0;
@@ -74,19 +67,30 @@ int MarkReflections(Colour colour) {
 
 void ClearReflectionMarks() { marks.clear(); }
 
+std::vector<ReflectionMark> ReflectionMarksOn(int win) {
+    std::vector<ReflectionMark> on;
+    for (const ReflectionMark& mark : marks)
+        if (RowOfSlot(mark.Slot) >= 0 &&
+            Item(Engine().Target(win).Graph, mark.Slot).GraphInUse != 0)
+            on.push_back(mark);
+    return on;
+}
+
 void DrawReflectionMarks(int win) {
+    // A graph that is gone takes its marks along: its slot may get another one.
     std::erase_if(marks, [](const ReflectionMark& mark) { return RowOfSlot(mark.Slot) < 0; });
     const DrawTarget& target = Engine().Target(win);
-    if (marks.empty() || target.Canvas == nullptr || PlotTop(win) <= 0.0) return;
+    if (target.Canvas == nullptr || PlotTop(win) <= 0.0) return;
+    const std::vector<ReflectionMark> on = ReflectionMarksOn(win);
+    if (on.empty()) return;
     Canvas& canvas = *target.Canvas;
     Engine().ScaleCanvas(win);
     const double points = canvas.FontSize;
     canvas.FontSize = POINTS;
     const WindowState& window = Item(frmVaelAna.Windows, win);
-    for (const ReflectionMark& mark : marks) {
-        const bool inside = mark.Ch >= window.Start && mark.Ch <= window.Start + window.Span - 1;
-        if (inside && Item(target.Graph, mark.Slot).GraphInUse != 0) DrawMark(win, mark, canvas);
-    }
+    for (const ReflectionMark& mark : on)
+        if (mark.Ch >= window.Start && mark.Ch <= window.Start + window.Span - 1)
+            DrawMark(win, mark, canvas);
     canvas.FontSize = points;
 }
 
