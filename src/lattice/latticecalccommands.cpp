@@ -114,16 +114,26 @@ void ShowResults() {
     for (std::size_t i = 0; i < bars.size(); ++i) v.txtErrorBar[i].Text = bars[i];
 }
 
+/// "5 reflections", and those in use whose d is too small to count as an observation.
+std::string RowsText() {
+    int counted = 0;
+    int small = 0;
+    for (const ReflectionMatch& row : latticeState.FitData.Match)
+        if (row.Matched == TRUE_WORD && row.Excluded == FALSE_WORD)
+            ++(row.ThetaCu > 0.0 ? counted : small);
+    std::string text = std::to_string(counted) + (counted == 1 ? " reflection" : " reflections");
+    if (small > 0) text += " (" + std::to_string(small) + " of d below 0.771 do not count)";
+    return text;
+}
+
 std::string SuccessText() {
     const V& v = frmPeakCal;
     const LatticeValues& values = *v.Values;
-    const std::string rows =
-        std::to_string(values.UsedRows) + (values.UsedRows == 1 ? " reflection" : " reflections");
     if (!values.HasBoxes)
-        return "Calculated from " + rows +
+        return "Calculated from " + RowsText() +
                "; a marker is cubic or hexagonal, so nothing of this crystal is shown.";
     std::string text =
-        latticeState.FitData.Name + ": a = " + v.txtLatticeLength[0].Text + " from " + rows;
+        latticeState.FitData.Name + ": a = " + v.txtLatticeLength[0].Text + " from " + RowsText();
     if (values.Pressure) return text + ", P = " + values.PressureText + " GPa.";
     return text + (v.SelMode == MODE_MARKER ? "; its name selects no pressure scale." : ".");
 }
