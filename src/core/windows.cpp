@@ -17,6 +17,8 @@
 #include "core/units.h"
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
+#include "lattice/frmpeakcal.h"
+#include "lattice/reflectionmarkcommands.h"
 
 #include <algorithm>
 #include <cmath>
@@ -257,6 +259,7 @@ void RedrawWindow(int win) {
         if (Draws(win, entry)) ColourRegions(entry.DataNo);
     Engine().Replot(win);
     DrawRoiLabels(win);
+    DrawReflectionMarks(win);
     if (frmVaelAna.chkPeakParameter.Value != 0) {
         Engine().DrawPeakMarks(win, store.PeakTables);
         DrawPeakNumbers(win);
@@ -277,6 +280,7 @@ void RefreshReports() {
     RefreshPeakReport();
     RefreshProperty();
     RefreshElementMarks();
+    RefreshPeakCal();
     if (frmRoiReport.Visible) RefreshRoiReport();
 }
 

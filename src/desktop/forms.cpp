@@ -20,6 +20,7 @@
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
 #include "lattice/frmelement.h"
+#include "lattice/frmpeakcal.h"
 #include "ui_frmatom.h"
 #include "ui_frmcalibcurv.h"
 #include "ui_frmdialogcalibc.h"
@@ -32,6 +33,7 @@
 #include "ui_frminputfitparameter.h"
 #include "ui_frmlog.h"
 #include "ui_frmmanualfit.h"
+#include "ui_frmpeakcal.h"
 #include "ui_frmpeakreport.h"
 #include "ui_frmproperty.h"
 #include "ui_frmroireport.h"
@@ -82,6 +84,7 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmPeakReport, FromUi<Ui::frmPeakReport>()));
     forms.push_back(std::make_unique<Form>(frmRoiReport, FromUi<Ui::frmRoiReport>()));
     forms.push_back(std::make_unique<Form>(frmProperty, FromUi<Ui::frmProperty>()));
+    forms.push_back(std::make_unique<Form>(frmPeakCal, FromUi<Ui::frmPeakCal>()));
     forms.push_back(std::make_unique<Form>(frmManualFit, FromUi<Ui::frmManualFit>()));
     forms.push_back(
         std::make_unique<Form>(frmInputFitParameter, FromUi<Ui::frmInputFitParameter>()));

@@ -19,6 +19,7 @@
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
 #include "lattice/frmelement.h"
+#include "lattice/frmpeakcal.h"
 #include "toolkit/hand.h"
 
 namespace vael {
@@ -37,6 +38,7 @@ inline void FreshViews() {
     Unload(frmPeakReport);
     Unload(frmRoiReport);
     Unload(frmProperty);
+    Unload(frmPeakCal);
     Unload(frmManualFit);
     Unload(frmInputFitParameter);
     Unload(frmElement);
