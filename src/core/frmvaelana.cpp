@@ -13,6 +13,7 @@
 #include "core/fault.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
+#include "core/frmgrpcalc.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/graphs.h"
@@ -123,8 +124,8 @@ void Withhold(VaelAnaView& v) {
         {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
-    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect, &v.mnuCons, &v.cmdShowReport,
-          &v.cmdFiles[2], &v.cmdEnergy[0], &v.cmdEnergy[1], &v.cmdOperation[9]},
+    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCons, &v.cmdShowReport, &v.cmdFiles[2],
+          &v.cmdEnergy[0], &v.cmdEnergy[1], &v.cmdOperation[9]},
          "comes in a later release");
 }
 
@@ -307,6 +308,7 @@ void WireMenus(VaelAnaView& v) {
     v.mnuPeakReport.Click = ShowPeakReport;
     v.mnuRoiReport.Click = ShowRoiReport;
     v.mnuExpandSetting.Click = ShowExpandSetting;
+    v.mnuCalcSpect.Click = ShowGrpCalc;
     v.mnuDot.Click = [] { SetDrawKind(DRAW_DOT); };
     v.mnuLine.Click = [] { SetDrawKind(DRAW_LINE); };
     v.mnuPaint.Click = [] { SetDrawKind(DRAW_PAINT); };

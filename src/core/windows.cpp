@@ -7,6 +7,7 @@
 #include "core/cursors.h"
 #include "core/fault.h"
 #include "core/frmdialogmessage.h"
+#include "core/frmgrpcalc.h"
 #include "core/frmlog.h"
 #include "core/graphs.h"
 #include "core/pointing.h"
@@ -274,6 +275,7 @@ void RedrawBoth() {
 void RefreshReports() {
     RefreshPeakReport();
     RefreshProperty();
+    RefreshGrpCalc();
     if (frmRoiReport.Visible) RefreshRoiReport();
 }
 
