@@ -14,6 +14,7 @@
 #include "core/fault.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
+#include "core/frmgrpcalc.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/graphs.h"
@@ -126,7 +127,7 @@ void Withhold(VaelAnaView& v) {
         {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
-    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect, &v.cmdFiles[2]},
+    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.cmdFiles[2]},
          "comes in a later release");
 }
 
@@ -314,6 +315,7 @@ void WireMenus(VaelAnaView& v) {
     v.mnuPeakReport.Click = ShowPeakReport;
     v.mnuRoiReport.Click = ShowRoiReport;
     v.mnuExpandSetting.Click = ShowExpandSetting;
+    v.mnuCalcSpect.Click = ShowGrpCalc;
     v.mnuDot.Click = [] { SetDrawKind(DRAW_DOT); };
     v.mnuLine.Click = [] { SetDrawKind(DRAW_LINE); };
     v.mnuPaint.Click = [] { SetDrawKind(DRAW_PAINT); };

@@ -7,6 +7,7 @@
 #include "core/cursors.h"
 #include "core/fault.h"
 #include "core/frmdialogmessage.h"
+#include "core/frmgrpcalc.h"
 #include "core/frmlog.h"
 #include "core/graphs.h"
 #include "core/pointing.h"
@@ -281,6 +282,7 @@ void RefreshReports() {
     RefreshProperty();
     RefreshElementMarks();
     RefreshPeakCal();
+    RefreshGrpCalc();
     if (frmRoiReport.Visible) RefreshRoiReport();
 }
 

@@ -12,6 +12,7 @@
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
+#include "core/frmgrpcalc.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
@@ -29,6 +30,7 @@
 #include "ui_frmdisppara.h"
 #include "ui_frmelement.h"
 #include "ui_frmexpandsetting.h"
+#include "ui_frmgrpcalc.h"
 #include "ui_frminput.h"
 #include "ui_frminputfitparameter.h"
 #include "ui_frmlog.h"
@@ -80,6 +82,7 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmInput, FromUi<Ui::frmInput>()));
     forms.push_back(std::make_unique<Form>(frmDispPara, FromUi<Ui::frmDispPara>()));
     forms.push_back(std::make_unique<Form>(frmExpandSetting, FromUi<Ui::frmExpandSetting>()));
+    forms.push_back(std::make_unique<Form>(frmGrpCalc, FromUi<Ui::frmGrpCalc>()));
     forms.push_back(std::make_unique<Form>(frmSetting, FromUi<Ui::frmSetting>()));
     forms.push_back(std::make_unique<Form>(frmPeakReport, FromUi<Ui::frmPeakReport>()));
     forms.push_back(std::make_unique<Form>(frmRoiReport, FromUi<Ui::frmRoiReport>()));

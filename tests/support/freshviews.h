@@ -12,6 +12,7 @@
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
+#include "core/frmgrpcalc.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
@@ -34,6 +35,7 @@ inline void FreshViews() {
     Unload(frmInput);
     Unload(frmDispPara);
     Unload(frmExpandSetting);
+    Unload(frmGrpCalc);
     Unload(frmSetting);
     Unload(frmPeakReport);
     Unload(frmRoiReport);
