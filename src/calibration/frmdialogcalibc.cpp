@@ -13,6 +13,8 @@
 #include "core/store.h"
 #include "core/text.h"
 #include "core/wholefile.h"
+#include "lattice/frmatom.h"
+#include "lattice/frmelement.h"
 #include "toolkit/desk.h"
 
 #include <algorithm>
@@ -271,6 +273,8 @@ void Leave() {
     V& v = frmDialogCalibC;
     v.Visible = false;
     frmCalibCurv.Visible = false;
+    frmElement.EntEnargy = frmAtom.EntEnargy = nullptr;
+    frmElement.lblTold.Caption.clear();
     v.ShownFile = v.ShownSlot = -1;
     v.sprdFileName.Row = v.sprdFileName.Col = 0;
     const ParamRecord param = store.DefaultParam;
@@ -336,12 +340,6 @@ void Tips(V& v) {
     v.cmdCurve.Tip = "Shows the curve with the points of the table (F8)";
     v.cmdCalbOK.Tip = "Takes A, B and C over, saves them, and empties the rows (Ctrl+S)";
     v.cmdCalbCan.Tip = "Leaves the constants in force, and empties the rows (Ctrl+Q)";
-    for (Control* control :
-         {static_cast<Control*>(&v.cmdEnergyInp), static_cast<Control*>(&v.mnuElmTable)}) {
-        control->Withheld = true;
-        control->Tip +=
-            (control->Tip.empty() ? "" : " - ") + std::string("comes in a later release");
-    }
 }
 
 void Keys(V& v) {
@@ -370,6 +368,7 @@ void Wire(V& v) {
     v.cmdAuto[1].Click = [] { Calib_Auto(false); };
     v.cmdFitDel.Click = Calib_FitDel;
     v.cmdCsrSet.Click = v.mnuCsrVal.Click = cmdCsrSet_Click;
+    v.cmdEnergyInp.Click = v.mnuElmTable.Click = [] { ShowElement(); };
     v.cmdDelTable.Click = v.mnuDelPoint.Click = cmdDelTable_Click;
     v.cmdCalEng.Click = v.mnuCalc.Click = cmdCalEng_Click;
     v.cmdCurve.Click = v.mnuShow.Click = cmdCurve_Click;
@@ -406,6 +405,7 @@ void ShowDialogCalibC() {
     V& v = frmDialogCalibC;
     if (v.Visible) return;
     EneCalStart();
+    frmElement.EntEnargy = frmAtom.EntEnargy = EntEnargy;  // their energies go into the table here
     const CalibConstants& inForce = store.DefaultParam.EgcCoef;
     DispKeisu(inForce);
     v.optCnst[SQUARE].Value = inForce[2] != 0.0;

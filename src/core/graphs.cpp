@@ -19,6 +19,8 @@
 #include "core/windows.h"
 #include "files/extensions.h"
 #include "files/frmproperty.h"
+#include "lattice/frmatom.h"
+#include "lattice/frmpeakcal.h"
 #include "toolkit/hand.h"
 
 #include <algorithm>
@@ -211,8 +213,12 @@ void SetGraph(int win, int row, int slot, const std::string& name) {
 
 int InsertGraph() {
     std::int16_t ok = FALSE_WORD;
+    const int from = DataNo();
     ShiftGraph(0, 1, ok);
-    return ok == TRUE_WORD ? GetGraphSpace(-1) : -1;
+    if (ok != TRUE_WORD) return -1;
+    const int slot = GetGraphSpace(-1);
+    if (slot >= 0) CopyElementMarks(from, slot);  // what is made from a graph has its lines
+    return slot;
 }
 
 int GetGraphSpace(int mark) {
@@ -224,6 +230,8 @@ int GetGraphSpace(int mark) {
             ++store.GraphTotal;
             // What the slot held and what was fitted to it are no matter of its new spectrum.
             Item(store.FitSource, n) = 0;
+            ClearElementMarks(n);
+            Item(store.HandPeaks, n) = PeakTable{};
             std::replace(store.FitSource.begin(), store.FitSource.end(), Int16(n + 1), Int16(0));
         }
         return n;
@@ -454,6 +462,7 @@ void RefreshRows() {
     GraphSel_Repl();
     RowsToManualFit();
     RefreshProperty();
+    RefreshPeakCal();
 }
 
 void mnuCloseGraph_Click() {

@@ -18,6 +18,9 @@
 #include "core/wholefile.h"
 #include "core/windows.h"
 #include "files/filevael.h"
+#include "lattice/frmatom.h"
+#include "lattice/frmpeakcal.h"
+#include "lattice/reflectionmarkcommands.h"
 #include "toolkit/hand.h"
 
 #include <algorithm>
@@ -89,8 +92,11 @@ void LoadSteps(const std::string& userFolder, const std::string& enter) {
     ClearProperty(-1);
     ClearSpectrum(-1);
     store.PeakTables = {};
+    store.HandPeaks = {};
     store.Rois = {};
     store.FitSource = {};
+    frmAtom.InitAtom();
+    ClearReflectionMarks();
 
     store.UserDataFolder = userFolder;
     ChangeFolder(enter);
@@ -276,6 +282,7 @@ void Form_Load(const std::string& programFolder) {
     store.ProgramFolder = programFolder;
     store.FixedDefault = 1;  // set before the file is read: its second record is not there
     frmLog.Visible = false;
+    frmAtom.Visible = false;
     frmRoiReport.Visible = false;
     DefaultColours();
     LoadSteps(CurrentFolder(), CurrentFolder());
@@ -288,6 +295,8 @@ void Form_Load_Proc() { LoadSteps("\\UserData\\", UserDataPlace()); }
 
 void ExitProc() {
     if (CheckNoSave() == TRUE_WORD || !CalibrationMayGo()) return;
+    EndPeakCal();  // its log is ended and may be kept
+    Unload(frmAtom);
     Unload(frmRoiReport);
     Unload(frmLog);
     Unload(frmSelGraph);

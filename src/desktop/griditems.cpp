@@ -14,6 +14,7 @@
 #include <QPainter>
 #include <QStyledItemDelegate>
 
+#include <algorithm>
 #include <utility>
 
 namespace vael {
@@ -144,7 +145,10 @@ public:
                const QModelIndex& index) const override {
         const Grid::Cell& cell = model_.At(index);
         if (cell.Kind == CellKind::Text) {
-            QStyledItemDelegate::paint(painter, option, index);
+            QStyleOptionViewItem words = option;
+            if (cell.Dimmed) DimInk(words.palette);
+            QStyledItemDelegate::paint(painter, words, index);
+            if (cell.Bar != 0.0) PaintBar(*painter, option, cell);
             return;
         }
         QStyleOptionViewItem ground = option;  // ground, selection and focus as of any cell
@@ -166,6 +170,24 @@ public:
 private:
     static QStyle* Style(const QStyleOptionViewItem& option) {
         return option.widget != nullptr ? option.widget->style() : QApplication::style();
+    }
+    /// Paler words, as of what is left out; still readable on either ground.
+    static void DimInk(QPalette& palette) {
+        for (const auto role : {QPalette::Text, QPalette::HighlightedText}) {
+            QColor ink = palette.color(QPalette::Active, role);
+            ink.setAlphaF(0.45F);
+            palette.setColor(QPalette::All, role, ink);
+        }
+    }
+    /// A faint bar from the middle of the cell, so that a column is scanned without reading it.
+    static void PaintBar(QPainter& painter, const QStyleOptionViewItem& option,
+                         const Grid::Cell& cell) {
+        const QRectF room = QRectF(option.rect).adjusted(2.0, 3.0, -2.0, -3.0);
+        const double length = std::clamp(cell.Bar, -1.0, 1.0) * room.width() / 2.0;
+        QRectF bar(room.center().x(), room.top(), length, room.height());
+        QColor ink = option.palette.color(QPalette::Highlight);
+        ink.setAlphaF(cell.Dimmed ? 0.12F : 0.30F);
+        painter.fillRect(bar.normalized(), ink);
     }
     static void PaintTick(QPainter& painter, const QStyleOptionViewItem& option,
                           const Grid::Cell& cell) {

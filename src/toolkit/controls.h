@@ -26,7 +26,10 @@ struct Button : Control {
     /// "Ctrl+S", empty for none. A plain key is not taken while a box is typed in. A key that a
     /// menu item has already is not given to a button as well.
     std::string Shortcut;
+    Colour Fill = 0;  // its ground; 0 leaves it to the desktop
     Handler Click;
+    Handler RightClick;  // the right mouse button, released on it
+    Handler Hover;       // the pointer came over it, or the focus to it
 };
 
 /// Check box; `Value` is 0 or 1.
@@ -154,6 +157,8 @@ struct Grid : Control {
         bool Ticked = false;
         Colour Fill = 0;        // of a swatch
         bool Editable = false;  // of a text: the user may type over it
+        bool Dimmed = false;    // paler than the others
+        double Bar = 0.0;       // of a text: a faint bar from the middle, -1 to 1 of half a width
         bool operator==(const Cell&) const = default;
     };
     Grid(View& view, std::string name, int columns, int rows);

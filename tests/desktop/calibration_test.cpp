@@ -154,6 +154,12 @@ TEST(CalibrationOnScreen, EveryControlIsPressedAndItsResultSeen) {
     world.ClickCell(v.vaSpread1, C::CHANNEL, 2);
     world.ClickOn(v.mnuDelPoint);
     EXPECT_EQ(v.Pairs.size(), 2U);
+    test::CopyElementTable(world);
+    for (int way = 0; way < 2; ++way) {
+        way == 0 ? world.ClickOn(v.cmdEnergyInp) : world.ClickOn(v.mnuElmTable);
+        EXPECT_TRUE(world.Desk.FormOfView(frmElement)->isVisible());
+        world.ClickOn(frmElement.cmdOk);
+    }
     world.TypeCell(v.vaSpread1, C::ENERGY, 1, "18.08");
     world.TypeCell(v.vaSpread1, C::ENERGY, 2, "93.08");
     world.ClickOn(v.optCnst[0]);
@@ -200,9 +206,20 @@ TEST(CalibrationOnScreen, EveryControlIsPressedAndItsResultSeen) {
     EXPECT_TRUE(world.Faults.empty());
 }
 
-TEST(CalibrationOnScreen, TheElementTableIsWithheldUntilItIsThere) {
+TEST(CalibrationOnScreen, TheElementSheetFillsTheRowsWithEnergies) {
     Calibrating world;
-    EXPECT_EQ(world.Widget(v, "cmdEnergyInp").isEnabled(), v.cmdEnergyInp.Usable());
+    test::CopyElementTable(world);
+    world.ClickCell(v.vaSpread1, C::ENERGY, 1);
+    world.Key(Qt::Key_E, Qt::ControlModifier);
+    ASSERT_TRUE(world.Desk.FormOfView(frmElement)->isVisible());
+    world.TypeInto(frmElement.ImNumber5, "47", Qt::Key_Return);
+    QTest::mouseDClick(&world.Widget(frmElement, "ImNumber2"), Qt::LeftButton);
+    DeskWorld::Settle();
+    world.TypeInto(frmElement.ImNumber3, "24.9424", Qt::Key_Return);
+    EXPECT_EQ(world.Shown(v.vaSpread1, C::ENERGY, 1), QStringLiteral("22.1629"));
+    EXPECT_EQ(world.Shown(v.vaSpread1, C::ENERGY, 2), QStringLiteral("24.9424"));
+    EXPECT_EQ(v.vaSpread1.Row, 3);
+    EXPECT_TRUE(world.Faults.empty());
 }
 
 TEST(CalibrationOnScreen, EscapeLeavesTheRowsAlone) {

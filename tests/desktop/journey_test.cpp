@@ -263,6 +263,10 @@ TEST(Journey, EveryEnabledControlIsPressed) {
         EXPECT_TRUE(world.Desk.FormOfView(frmProperty)->isVisible());
         world.ClickOn(frmProperty.cmdCan);
     }
+    test::CopyElementTable(world);
+    world.ClickOn(v.cmdEnergy[1]);  // and so has the periodic table
+    EXPECT_TRUE(world.Desk.FormOfView(frmAtom)->isVisible());
+    world.ClickOn(frmAtom.cmdCancel);
     for (int way = 0; way < 2; ++way) {  // the calibration has a census of its own
         way == 0 ? world.ClickOn(v.mnuCons) : world.ClickOn(v.cmdEnergy[0]);
         EXPECT_TRUE(world.Desk.FormOfView(frmDialogCalibC)->isVisible());
@@ -290,6 +294,14 @@ TEST(Journey, EveryEnabledControlIsPressed) {
     world.ClickOn(frmPeakReport.cmdRepEnd);
     world.ClickOn(v.mnuRoiReport);
     world.ClickOn(frmRoiReport.cmdOk);
+    std::ofstream(world.Folder.path().toStdString() + "/crystal.dat")
+        << std::string(10, '\n') << "0\n";
+    for (const Button* button : {&v.cmdOperation[9], &v.cmdShowReport}) {
+        world.ClickOn(*button);  // the lattice view has a census of its own
+        EXPECT_TRUE(world.Desk.FormOfView(frmPeakCal)->isVisible());
+        world.Desk.Saves.push_back("");
+        world.ClickOn(frmPeakCal.cmdExit);
+    }
     world.Desk.Files.push_back({first});
     press(v.cmdFiles[0]);
     press(v.cmdAutoFit);

@@ -12,11 +12,15 @@
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
+#include "core/frmgrpcalc.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "files/frmproperty.h"
+#include "lattice/frmatom.h"
+#include "lattice/frmelement.h"
+#include "lattice/frmpeakcal.h"
 #include "toolkit/hand.h"
 
 namespace vael {
@@ -31,12 +35,16 @@ inline void FreshViews() {
     Unload(frmInput);
     Unload(frmDispPara);
     Unload(frmExpandSetting);
+    Unload(frmGrpCalc);
     Unload(frmSetting);
     Unload(frmPeakReport);
     Unload(frmRoiReport);
     Unload(frmProperty);
+    Unload(frmPeakCal);
     Unload(frmManualFit);
     Unload(frmInputFitParameter);
+    Unload(frmElement);
+    Unload(frmAtom);
     Unload(frmDialogCalibC);
     Unload(frmCalibCurv);
 }

@@ -92,7 +92,7 @@ private:
     void ActOn(Control& c) {
         const std::string name = c.Owner.Name + "." + c.Name;
         switch (c.Kind) {
-            case ControlKind::Button: Note(name, Click(static_cast<Button&>(c))); break;
+            case ControlKind::Button: OnButton(static_cast<Button&>(c), name); break;
             case ControlKind::Menu: Note(name, Click(static_cast<Menu&>(c))); break;
             case ControlKind::CheckBox: Note(name, Tick(static_cast<CheckBox&>(c))); break;
             case ControlKind::Option:
@@ -119,6 +119,12 @@ private:
             case ControlKind::Label:
             case ControlKind::Frame: break;
         }
+    }
+
+    void OnButton(Button& button, const std::string& name) {
+        if (button.Hover) Hover(button);
+        if (button.RightClick && Chance(20)) return Note(name + " right", RightClick(button));
+        Note(name, Click(button));
     }
 
     template <class Box>
