@@ -57,7 +57,7 @@ void FillPairs() {
     }
 }
 
-/// After a change of the table or of the kind of curve, what stands under the table is no more true.
+/// After a change of the table or of the kind of curve what stands under them is no more true.
 void Outdate() {
     V& v = frmDialogCalibC;
     if (!v.lblFit.Caption.empty()) v.lblFit.Caption = "Changed since \"Calculate\".";
