@@ -1,6 +1,7 @@
 // The numbers of one peak that is added to the list without a fit.
 #include "analysis/frminputfitparameter.h"
 
+#include "analysis/handpeakcommands.h"
 #include "analysis/manualinput.h"
 #include "analysis/peak.h"
 #include "core/areamarks.h"
@@ -107,6 +108,7 @@ int Insert(const PeakRecord& record) {
         CalcIntensity(Spectrum(), Peaks(), at);
         AdjustRegions(window, slot, std::max(at - 1, 0), std::min(at + 1, Peaks().PeakNum - 1),
                       Spectrum(), Peaks(), RegionMarks());
+        NoteHandPeaks(slot, before);
         return at;
     } catch (const Fault&) {
         Peaks() = before;

@@ -1,6 +1,7 @@
 // The NAX commands on graph rows: where a fit's peaks, curve and background go.
 #include "analysis/naxcommands.h"
 
+#include "analysis/handpeakcommands.h"
 #include "analysis/naxwalk.h"
 #include "analysis/peak.h"
 #include "core/fault.h"
@@ -119,6 +120,7 @@ int NaxManualFit(int window, int graph, const NaxManualInput& input) {
         Say("Can not fit");
         return -1;
     }
+    NoteHandPeaks(slot, before);
     ShowFitGraph(window, slot);
     RedrawBoth();
     const int fitted = static_cast<int>(result.Peaks.size());

@@ -76,6 +76,9 @@ struct Came {
 /// One file goes the road of opening and saving in slot 0, as in the window: the record takes the
 /// new file's name and is valid.
 Came ConvertOne(const ConvertOptions& options, const std::string& file, const std::string& path) {
+    // Its own form may keep less than the file holds, and the spectrum is nowhere else.
+    if (std::error_code none; std::filesystem::equivalent(file, path, none))
+        return {file + ": it would be written over itself; --out takes another folder.", {}};
     if (!options.Force && FileExists(path))
         return {file + ": " + path + " exists; --force replaces it.", {}};
     constexpr int SLOT = 0;

@@ -38,13 +38,25 @@ void SelectSlot(int win, int slot) {
     if (row >= 0 && row != GraphNo()) Change_cboGrphSel(win, row);
 }
 
-/// The current row's peaks in the area, fitted each alone. The command of the menu takes the peaks
-/// of the whole axis: where the area has none yet they are searched here first, so that it fits
-/// those and does not search everywhere.
+/// The area cursor off for as long as it lives; its marks stay.
+struct AreaCursorOff {
+    AreaCursorOff() { frmVaelAna.chkArea.Value = 0; }
+    ~AreaCursorOff() { frmVaelAna.chkArea.Value = 1; }
+    AreaCursorOff(const AreaCursorOff&) = delete;
+    AreaCursorOff& operator=(const AreaCursorOff&) = delete;
+};
+
+/// Fits the highest peak of the current row in the area, searched where there is none yet. The
+/// command of the menu takes the peak below the cursor while the area cursor is off: so the peaks
+/// of other lines, and the regions, stay as they are.
 void FitAlone(int win, int from, int to) {
-    if (CountPeakInRegion(Peaks(DataNo()), from, to).Count == 0)
-        InsertPeaks(win, GraphNo(), from, to);
-    if (CountPeakInRegion(Peaks(DataNo()), from, to).Count > 0) mnuFitting();
+    const int slot = DataNo();
+    if (HighestPeak(slot, from, to) < 0) InsertPeaks(win, GraphNo(), from, to);
+    const int peak = HighestPeak(slot, from, to);
+    if (peak < 0) return;
+    CsrX_Change(ChannelOf(Item(Peaks(slot).Peak, peak).Position));
+    const AreaCursorOff off;
+    mnuFitting();
 }
 
 }  // namespace

@@ -13,8 +13,8 @@ void Calib_SmothBk();
 /// current row; then the windows are scaled anew.
 void Calib_FitDel();
 
-/// Fits what stands in the area, in the row "BackRemv" where there is one, all of it together with
-/// `peakSplit`, else each peak alone; enters the centre of the highest peak there in the
+/// Fits in the area, in the row "BackRemv" where there is one: all that stands there together with
+/// `peakSplit`, else its highest peak alone. Enters the centre of the highest peak there in the
 /// calibration's table, and goes back to the row that was current. The area stays. Message "Plz Set
 /// ROI" without an area.
 void Calib_Auto(bool peakSplit);

@@ -14,8 +14,8 @@ struct CalibCurvView : View {
     CalibCurvView();
 
     /// Shows the view with n points (channels x and energies y in keV), axes up to `maxCh` - 1 and
-    /// to the hundred above `maxE`, the curve of the constants, and the lines of its label. Channels
-    /// and constants count from the same base. Faults: Subscript.
+    /// to the hundred above `maxE`, the curve of the constants, and the lines of its label.
+    /// Channels and constants count from the same base. Faults: Subscript.
     void DrawGraph(int n, std::span<const double> x, std::span<const double> y, double maxCh,
                    double maxE, const std::array<double, 3>& constants,
                    const std::vector<std::string>& lines);

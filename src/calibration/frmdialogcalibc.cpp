@@ -57,7 +57,7 @@ void FillPairs() {
     }
 }
 
-/// After a change of the table or of the kind of curve, what stands under the table is no more true.
+/// After a change of the table or of the kind of curve what stands under them is no more true.
 void Outdate() {
     V& v = frmDialogCalibC;
     if (!v.lblFit.Caption.empty()) v.lblFit.Caption = "Changed since \"Calculate\".";
@@ -68,6 +68,11 @@ void GoTo(int row) {
     grid.Row = std::max(row, 1);
     grid.Col = std::clamp<int>(grid.Col, V::CHANNEL, V::ENERGY);
     FillPairs();
+}
+
+bool HasChannel(int row) {
+    const auto& pairs = frmDialogCalibC.Pairs;
+    return row <= static_cast<int>(pairs.size()) && !Item(pairs, row - 1)[0].empty();
 }
 
 /// The row of the table with the same channel as another one, or 0.
@@ -109,6 +114,12 @@ void vaSpread1_CellEdit(int column, int row) {
     std::string& text = PairText(column, row);
     if (text != typed) Outdate();
     text = typed;
+    if (column == V::ENERGY && !typed.empty()) {
+        // A complete row leads on: to the energy of the next one, or to its channel where it has
+        // none, so that typing and fitting can take turns.
+        frmDialogCalibC.vaSpread1.Col = HasChannel(row + 1) ? V::ENERGY : V::CHANNEL;
+        GoTo(row + 1);
+    }
     TellStatus(typed.empty() ? "A cell of row " + std::to_string(row) + " was emptied."
                              : Taken(column, row, typed + (column == V::ENERGY ? " keV" : "")));
     FillPairs();
@@ -382,7 +393,7 @@ DialogCalibCView::DialogCalibCView() : View("frmDialogCalibC", "Energy Constans 
     for (NumberBox& box : ImConst) box.ReadOnly = true;
     sprdFileName.At(NAME, 0).Text = "Name";
     sprdFileName.At(FOLDER, 0).Text = "Folder";
-    sprdFileName.Widths = {2, 20, 40};
+    sprdFileName.Widths = {2, 20, 27};
     vaSpread1.At(CHANNEL, 0).Text = "Ch";
     vaSpread1.At(ENERGY, 0).Text = "keV";
     vaSpread1.Widths = {3, 12, 12};

@@ -14,6 +14,7 @@
 #include "core/fault.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
+#include "core/frmgrpcalc.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/graphs.h"
@@ -28,6 +29,7 @@
 #include "core/windows.h"
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
+#include "lattice/frmpeakcal.h"
 #include "toolkit/hand.h"
 
 namespace vael {
@@ -125,8 +127,7 @@ void Withhold(VaelAnaView& v) {
         {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
-    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect, &v.cmdShowReport,
-          &v.cmdFiles[2], &v.cmdOperation[9]},
+    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.cmdFiles[2]},
          "comes in a later release");
 }
 
@@ -141,7 +142,7 @@ void Tips(VaelAnaView& v) {
         "Moves the cursor to the previous peak of the current row (Alt+Left)",
         "Spreads the area over the whole axis, or takes it off (F8)",
         "Moves the cursor to the next peak of the current row (Alt+Right)",
-        "Matches the peaks of the current row to a crystal and refines its cell",
+        "Matches the peaks of the current row to a crystal and refines its cell (Ctrl+H)",
         "Lists the peaks of the current row (Ctrl+R)",
         "Moves the cursor one channel down (Left; with Shift 20 channels, with Ctrl it marks an "
         "area)",
@@ -160,7 +161,8 @@ void Tips(VaelAnaView& v) {
         "Smooths a single spectrum, takes its background away and fits all its peaks (F7)";
     v.cmdManualFitting.Tip = "Fits single peaks of the current row by hand (Ctrl+M)";
     v.cmdFitCancel.Tip = "Stops a fit";
-    v.cmdShowReport.Tip = "Matches the peaks of the current row to a crystal and refines its cell";
+    v.cmdShowReport.Tip =
+        "Matches the peaks of the current row to a crystal and refines its cell (Ctrl+H)";
     v.cmdMnSelGrp.Tip =
         "Lists the ten rows: which are shown, in which colour, of what sample (Ctrl+G)";
     v.Command1.Tip = "Edits the default calibration, angle, pressure and temperature";
@@ -229,6 +231,7 @@ void Keys(VaelAnaView& v) {
     v.cmdOperation[7].Shortcut = "F8";
     v.cmdAutoFit.Shortcut = "F7";
     v.cmdManualFitting.Shortcut = "Ctrl+M";
+    v.cmdShowReport.Shortcut = "Ctrl+H";
     v.cmdDisplay[0].Shortcut = "Ctrl+E";
     v.cmdEnergy[1].Shortcut = "Ctrl+Shift+E";
     v.cmdMnSelGrp.Shortcut = "Ctrl+G";
@@ -312,6 +315,7 @@ void WireMenus(VaelAnaView& v) {
     v.mnuPeakReport.Click = ShowPeakReport;
     v.mnuRoiReport.Click = ShowRoiReport;
     v.mnuExpandSetting.Click = ShowExpandSetting;
+    v.mnuCalcSpect.Click = ShowGrpCalc;
     v.mnuDot.Click = [] { SetDrawKind(DRAW_DOT); };
     v.mnuLine.Click = [] { SetDrawKind(DRAW_LINE); };
     v.mnuPaint.Click = [] { SetDrawKind(DRAW_PAINT); };
@@ -348,6 +352,7 @@ void WirePanel(VaelAnaView& v) {
     v.cmdMnSelGrp.Click = cmdMnSelGrp_Click;
     v.cmdAutoFit.Click = vael::cmdAutoFit;
     v.cmdManualFitting.Click = ShowManualFit;
+    v.cmdShowReport.Click = ShowPeakCal;
     v.cmdSidePanel.Click = ToggleSidePanel;
     v.cmdDisplay[0].Click = [] {
         if (frmVaelAna.ckbExpand.Usable())

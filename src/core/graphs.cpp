@@ -20,6 +20,7 @@
 #include "files/extensions.h"
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
+#include "lattice/frmpeakcal.h"
 #include "toolkit/hand.h"
 
 #include <algorithm>
@@ -230,6 +231,7 @@ int GetGraphSpace(int mark) {
             // What the slot held and what was fitted to it are no matter of its new spectrum.
             Item(store.FitSource, n) = 0;
             ClearElementMarks(n);
+            Item(store.HandPeaks, n) = PeakTable{};
             std::replace(store.FitSource.begin(), store.FitSource.end(), Int16(n + 1), Int16(0));
         }
         return n;
@@ -465,6 +467,7 @@ void RefreshRows() {
     GraphSel_Repl();
     RowsToManualFit();
     RefreshProperty();
+    RefreshPeakCal();
 }
 
 void mnuCloseGraph_Click() {

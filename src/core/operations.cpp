@@ -18,6 +18,7 @@
 #include "core/store.h"
 #include "core/text.h"
 #include "core/windows.h"
+#include "lattice/frmpeakcal.h"
 #include "toolkit/hand.h"
 
 namespace vael {
@@ -435,10 +436,11 @@ void cmdOperation_Click(int index) {
         case 6: GoToPeak(0); break;
         case 7: ToggleArea(); break;
         case 8: GoToPeak(1); break;
+        case 9: ShowPeakCal(); break;
         case 10: ShowPeakReport(); break;
         case 11: spnCursor_SpinUpDown("-"); break;
         case 12: spnCursor_SpinUpDown("+"); break;
-        default: break;  // withheld
+        default: break;
     }
 }
 

@@ -19,6 +19,8 @@
 #include "core/windows.h"
 #include "files/filevael.h"
 #include "lattice/frmatom.h"
+#include "lattice/frmpeakcal.h"
+#include "lattice/reflectionmarkcommands.h"
 #include "toolkit/hand.h"
 
 #include <algorithm>
@@ -90,9 +92,11 @@ void LoadSteps(const std::string& userFolder, const std::string& enter) {
     ClearProperty(-1);
     ClearSpectrum(-1);
     store.PeakTables = {};
+    store.HandPeaks = {};
     store.Rois = {};
     store.FitSource = {};
     frmAtom.InitAtom();
+    ClearReflectionMarks();
 
     store.UserDataFolder = userFolder;
     ChangeFolder(enter);
@@ -291,6 +295,7 @@ void Form_Load_Proc() { LoadSteps("\\UserData\\", UserDataPlace()); }
 
 void ExitProc() {
     if (CheckNoSave() == TRUE_WORD || !CalibrationMayGo()) return;
+    EndPeakCal();  // its log is ended and may be kept
     Unload(frmAtom);
     Unload(frmRoiReport);
     Unload(frmLog);

@@ -32,6 +32,7 @@ struct Store {
     std::array<SpectrumData, SLOT_COUNT> SpectrumDatas{};
     std::array<PropertyRecord, SLOT_COUNT> PropertyRecords{};
     std::array<PeakTable, SLOT_COUNT> PeakTables{};
+    std::array<PeakTable, SLOT_COUNT> HandPeaks{};  // those of a table that came by hand
     std::array<GraphEntry, GRAPH_COUNT> GraphList{};
     std::array<std::int16_t, GRAPH_COUNT> SlotUsed{};  // -1 when slot n is allocated
     std::int16_t GraphTotal = 0;                       // count of allocated slots

@@ -7,6 +7,7 @@
 #include "core/cursors.h"
 #include "core/fault.h"
 #include "core/frmdialogmessage.h"
+#include "core/frmgrpcalc.h"
 #include "core/frmlog.h"
 #include "core/graphs.h"
 #include "core/pointing.h"
@@ -17,6 +18,8 @@
 #include "core/units.h"
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
+#include "lattice/frmpeakcal.h"
+#include "lattice/reflectionmarkcommands.h"
 
 #include <algorithm>
 #include <cmath>
@@ -257,6 +260,7 @@ void RedrawWindow(int win) {
         if (Draws(win, entry)) ColourRegions(entry.DataNo);
     Engine().Replot(win);
     DrawRoiLabels(win);
+    DrawReflectionMarks(win);
     if (frmVaelAna.chkPeakParameter.Value != 0) {
         Engine().DrawPeakMarks(win, store.PeakTables);
         DrawPeakNumbers(win);
@@ -277,6 +281,8 @@ void RefreshReports() {
     RefreshPeakReport();
     RefreshProperty();
     RefreshElementMarks();
+    RefreshPeakCal();
+    RefreshGrpCalc();
     if (frmRoiReport.Visible) RefreshRoiReport();
 }
 

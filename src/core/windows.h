@@ -55,7 +55,7 @@ void ApplyScale(int win);
 
 void RedrawWindow(int win);  // plot, marks and count axis
 void RedrawBoth();           // and the reports that are open
-/// Brings the two reports and the property sheet up to date where they are shown.
+/// Brings the two reports, the property sheet and the lattice view up to date where they are shown.
 void RefreshReports();
 void EraseWindows();  // takes all graphs off and clears both pictures
 

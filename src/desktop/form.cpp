@@ -66,8 +66,14 @@ void Form::Decorate() {
         }
     }
     for (QLineEdit* box : findChildren<QLineEdit*>()) {
-        if (!box->property("digits").toBool()) continue;
-        box->setFont(DigitFont());
+        const bool headline = box->property("headline").toBool();
+        if (!headline && !box->property("digits").toBool()) continue;
+        QFont font = DigitFont();
+        if (headline) {  // the number that the view is there for
+            font.setPointSizeF(font.pointSizeF() + 5.0);
+            font.setBold(true);
+        }
+        box->setFont(font);
     }
     for (QLabel* label : findChildren<QLabel*>()) {
         if (!label->property("fine").toBool()) continue;

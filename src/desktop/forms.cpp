@@ -12,6 +12,7 @@
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
+#include "core/frmgrpcalc.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
@@ -20,6 +21,7 @@
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
 #include "lattice/frmelement.h"
+#include "lattice/frmpeakcal.h"
 #include "ui_frmatom.h"
 #include "ui_frmcalibcurv.h"
 #include "ui_frmdialogcalibc.h"
@@ -28,10 +30,12 @@
 #include "ui_frmdisppara.h"
 #include "ui_frmelement.h"
 #include "ui_frmexpandsetting.h"
+#include "ui_frmgrpcalc.h"
 #include "ui_frminput.h"
 #include "ui_frminputfitparameter.h"
 #include "ui_frmlog.h"
 #include "ui_frmmanualfit.h"
+#include "ui_frmpeakcal.h"
 #include "ui_frmpeakreport.h"
 #include "ui_frmproperty.h"
 #include "ui_frmroireport.h"
@@ -78,10 +82,12 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmInput, FromUi<Ui::frmInput>()));
     forms.push_back(std::make_unique<Form>(frmDispPara, FromUi<Ui::frmDispPara>()));
     forms.push_back(std::make_unique<Form>(frmExpandSetting, FromUi<Ui::frmExpandSetting>()));
+    forms.push_back(std::make_unique<Form>(frmGrpCalc, FromUi<Ui::frmGrpCalc>()));
     forms.push_back(std::make_unique<Form>(frmSetting, FromUi<Ui::frmSetting>()));
     forms.push_back(std::make_unique<Form>(frmPeakReport, FromUi<Ui::frmPeakReport>()));
     forms.push_back(std::make_unique<Form>(frmRoiReport, FromUi<Ui::frmRoiReport>()));
     forms.push_back(std::make_unique<Form>(frmProperty, FromUi<Ui::frmProperty>()));
+    forms.push_back(std::make_unique<Form>(frmPeakCal, FromUi<Ui::frmPeakCal>()));
     forms.push_back(std::make_unique<Form>(frmManualFit, FromUi<Ui::frmManualFit>()));
     forms.push_back(
         std::make_unique<Form>(frmInputFitParameter, FromUi<Ui::frmInputFitParameter>()));

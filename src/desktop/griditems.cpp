@@ -14,6 +14,9 @@
 #include <QPainter>
 #include <QStyledItemDelegate>
 
+#include <algorithm>
+#include <utility>
+
 namespace vael {
 
 using CellKind = Grid::CellKind;
@@ -98,10 +101,15 @@ public:
         if (role != Qt::EditRole || record_ == nullptr) return false;
         const std::string text = value.toString().toStdString();
         if (text == At(index).Text) return true;
+        moved_ = false;
         const bool taken = Edit(*record_, index.column() + 1, index.row() + 1, text);
+        moved_ = record_->Row != index.row() + 1 || record_->Col != index.column() + 1;
         again_();
         return taken;
     }
+
+    /// Whether the last typing has moved the current cell by itself; told once.
+    [[nodiscard]] bool TakeMoved() { return std::exchange(moved_, false); }
 
 private:
     void TakeCell(const Grid& record, int column, int row) {
@@ -119,6 +127,7 @@ private:
 
     Grid* record_ = nullptr;
     std::function<void()> again_;
+    bool moved_ = false;
     int columns_ = 0;
     int rows_ = 0;
     std::vector<Grid::Cell> cells_{1};
@@ -136,7 +145,10 @@ public:
                const QModelIndex& index) const override {
         const Grid::Cell& cell = model_.At(index);
         if (cell.Kind == CellKind::Text) {
-            QStyledItemDelegate::paint(painter, option, index);
+            QStyleOptionViewItem words = option;
+            if (cell.Dimmed) DimInk(words.palette);
+            QStyledItemDelegate::paint(painter, words, index);
+            if (cell.Bar != 0.0) PaintBar(*painter, option, cell);
             return;
         }
         QStyleOptionViewItem ground = option;  // ground, selection and focus as of any cell
@@ -158,6 +170,24 @@ public:
 private:
     static QStyle* Style(const QStyleOptionViewItem& option) {
         return option.widget != nullptr ? option.widget->style() : QApplication::style();
+    }
+    /// Paler words, as of what is left out; still readable on either ground.
+    static void DimInk(QPalette& palette) {
+        for (const auto role : {QPalette::Text, QPalette::HighlightedText}) {
+            QColor ink = palette.color(QPalette::Active, role);
+            ink.setAlphaF(0.45F);
+            palette.setColor(QPalette::All, role, ink);
+        }
+    }
+    /// A faint bar from the middle of the cell, so that a column is scanned without reading it.
+    static void PaintBar(QPainter& painter, const QStyleOptionViewItem& option,
+                         const Grid::Cell& cell) {
+        const QRectF room = QRectF(option.rect).adjusted(2.0, 3.0, -2.0, -3.0);
+        const double length = std::clamp(cell.Bar, -1.0, 1.0) * room.width() / 2.0;
+        QRectF bar(room.center().x(), room.top(), length, room.height());
+        QColor ink = option.palette.color(QPalette::Highlight);
+        ink.setAlphaF(cell.Dimmed ? 0.12F : 0.30F);
+        painter.fillRect(bar.normalized(), ink);
     }
     static void PaintTick(QPainter& painter, const QStyleOptionViewItem& option,
                           const Grid::Cell& cell) {
@@ -282,11 +312,15 @@ void GridWidget::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 /// Tab in a cell that is typed over goes on to the next cell, and with it the current one of the
-/// record.
+/// record; where the record has moved the current cell itself, it stays there.
 void GridWidget::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    bool onward = hint == QAbstractItemDelegate::EditNextItem ||
+                  hint == QAbstractItemDelegate::EditPreviousItem;
+    if (onward && model_->TakeMoved()) {
+        hint = QAbstractItemDelegate::NoHint;
+        onward = false;
+    }
     QTableView::closeEditor(editor, hint);
-    const bool onward = hint == QAbstractItemDelegate::EditNextItem ||
-                        hint == QAbstractItemDelegate::EditPreviousItem;
     const QModelIndex now = currentIndex();
     if (!onward || record_ == nullptr || !now.isValid()) return;
     if (record_->Row == now.row() + 1 && record_->Col == now.column() + 1) return;

@@ -28,7 +28,7 @@ int TicksOn(double length, double room) {
 /// Distance of the ticks of both axes; they depend on the size of the canvas, so that labels never
 /// run into each other, and the plot's grid meets them since both strips are as long as the plot.
 double ChannelStep(const Canvas& canvas, const CalibPicture& picture) {
-    constexpr double room = 72.0;  // pixels a label
+    constexpr double room = 60.0;  // pixels a label
     return CalibTickStep(ChannelLimit(picture.MaxCh), TicksOn(canvas.PixelSize().Width, room));
 }
 double EnergyStep(const Canvas& canvas, const CalibPicture& picture) {
@@ -67,6 +67,7 @@ void DrawCurve(Canvas& canvas, const CalibPicture& picture) {
     const double right = ChannelLimit(picture.MaxCh);
     const bool straight = picture.Constants[2] == 0.0;
     const int pieces = straight ? 1 : CURVE_PIECES;
+    canvas.DrawWidth = 2.0;  // stands out from the grid
     for (int i = 0; i < pieces; ++i) {
         Spot from{right * i / pieces, 0.0};
         Spot to{right * (i + 1) / pieces, 0.0};
@@ -74,6 +75,7 @@ void DrawCurve(Canvas& canvas, const CalibPicture& picture) {
         to.Y = EnergyAt(picture, to.X);
         if (ClipLine(from, to, canvas.ScaleNow())) canvas.Line(from.X, from.Y, to.X, to.Y, CURVE);
     }
+    canvas.DrawWidth = 1.0;
 }
 
 /// A square about each point that lies in the plot, as large as a small letter.

@@ -153,7 +153,7 @@ LatticeValues CalcLattice(LatticeState& state, const CalcRequest& request,
     if (request.Mode == MODE_SAMPLE) {
         ShowSample(values, crystal, system);
     } else if (system == SYSTEM_CUB || system == SYSTEM_HEX) {
-        MarkerArguments marker = ShowMarker(values, crystal, system);
+        MarkerArguments& marker = values.Marker = ShowMarker(values, crystal, system);
         marker.TK = ToKelvin(request.Temperature, request.Unit);
         marker.TC = ToCelsius(request.Temperature, request.Unit);
         values.Pressure = MarkerPressure(MarkerKey(crystal.Name), marker);

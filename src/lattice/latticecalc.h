@@ -50,6 +50,7 @@ struct LatticeValues {
     std::string Vol;
     std::string VolPerVol0;
 
+    MarkerArguments Marker;                 // marker mode: what the scale was asked
     std::optional<PressureValue> Pressure;  // marker mode with a key that has a scale
     std::string PressureText;               // of the box, when there is a pressure
 };

@@ -157,6 +157,8 @@ struct Grid : Control {
         bool Ticked = false;
         Colour Fill = 0;        // of a swatch
         bool Editable = false;  // of a text: the user may type over it
+        bool Dimmed = false;    // paler than the others
+        double Bar = 0.0;       // of a text: a faint bar from the middle, -1 to 1 of half a width
         bool operator==(const Cell&) const = default;
     };
     Grid(View& view, std::string name, int columns, int rows);

@@ -19,6 +19,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -27,6 +28,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <deque>
 #include <filesystem>
 #include <fstream>
@@ -45,8 +47,10 @@ public:
     std::deque<Answer> Answers;
     std::vector<std::string> Asked;
     bool HasQuit = false;
+    bool OwnDialogs = false;  // the program's own dialogs and questions, which the test works
 
-    std::optional<FileChoice> OpenFiles(const FileDialog&) override {
+    std::optional<FileChoice> OpenFiles(const FileDialog& dialog) override {
+        if (OwnDialogs) return QtDesk::OpenFiles(dialog);
         if (Files.empty()) {
             ADD_FAILURE() << "nobody expected an open dialog";
             return std::nullopt;
@@ -58,6 +62,7 @@ public:
     }
     std::optional<FileChoice> SaveFile(const FileDialog& dialog) override {
         SaveDialogs.push_back(dialog);
+        if (OwnDialogs) return QtDesk::SaveFile(dialog);
         if (Saves.empty()) {
             ADD_FAILURE() << "nobody expected a save dialog";
             return std::nullopt;
@@ -69,6 +74,7 @@ public:
     }
     Answer Ask(const Question& question) override {
         Asked.push_back(question.Text);
+        if (OwnDialogs) return QtDesk::Ask(question);
         if (Answers.empty()) {
             ADD_FAILURE() << "nobody expected the question: " << question.Text;
             return question.Default();
@@ -90,6 +96,31 @@ public:
     std::vector<std::string> OpenedTexts;
     bool EditorStarts = true;
 };
+
+/// Acts on the next dialog of a kind that opens while one waits for it. What the act leaves open is
+/// closed, so that a test that fails does not wait for ever.
+template <class Dialog>
+void OnDialog(std::function<void(Dialog&)> act) {
+    auto* clock = new QTimer(qApp);
+    const auto begun = std::chrono::steady_clock::now();
+    QObject::connect(clock, &QTimer::timeout, clock, [clock, begun, act] {
+        auto* box = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        const bool late = std::chrono::steady_clock::now() - begun > std::chrono::seconds(30);
+        if (box == nullptr && !late) return;
+        clock->stop();
+        clock->deleteLater();
+        if (box == nullptr) {
+            ADD_FAILURE() << "the dialog never came";
+            return;
+        }
+        const QPointer<Dialog> still(box);
+        act(*box);
+        if (still.isNull() || !still->isVisible()) return;
+        ADD_FAILURE() << "the dialog was left open";
+        still->reject();
+    });
+    clock->start(1);
+}
 
 struct DeskWorld {
     DeskWorld() {

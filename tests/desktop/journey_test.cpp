@@ -294,6 +294,14 @@ TEST(Journey, EveryEnabledControlIsPressed) {
     world.ClickOn(frmPeakReport.cmdRepEnd);
     world.ClickOn(v.mnuRoiReport);
     world.ClickOn(frmRoiReport.cmdOk);
+    std::ofstream(world.Folder.path().toStdString() + "/crystal.dat")
+        << std::string(10, '\n') << "0\n";
+    for (const Button* button : {&v.cmdOperation[9], &v.cmdShowReport}) {
+        world.ClickOn(*button);  // the lattice view has a census of its own
+        EXPECT_TRUE(world.Desk.FormOfView(frmPeakCal)->isVisible());
+        world.Desk.Saves.push_back("");
+        world.ClickOn(frmPeakCal.cmdExit);
+    }
     world.Desk.Files.push_back({first});
     press(v.cmdFiles[0]);
     press(v.cmdAutoFit);

@@ -125,6 +125,8 @@ TEST(WindowMonkey, EveryWidgetShowsItsRecordAfterEveryAct) {
 
     std::vector<std::string> files;
     QTemporaryDir folder;
+    std::filesystem::copy_file(VAEL_SOURCE_DIR "/data/crystal.dat",
+                               folder.filePath(QStringLiteral("crystal.dat")).toStdString());
     {
         test::DeskWorld world;  // leaves a fresh store and fresh views behind
     }

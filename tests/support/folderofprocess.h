@@ -2,13 +2,17 @@
 #pragma once
 
 #include <filesystem>
+#include <system_error>
 
 namespace vael {
 
 /// The folder of the process, which comes back when a test ends that has moved it.
 class FolderOfProcess {
 public:
-    FolderOfProcess() : folder_(std::filesystem::current_path()) {}
+    FolderOfProcess() {
+        std::error_code none;  // an earlier test may have taken it away
+        folder_ = std::filesystem::current_path(none);
+    }
     ~FolderOfProcess() {
         std::error_code none;
         std::filesystem::current_path(folder_, none);

@@ -12,6 +12,7 @@
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
+#include "core/frmgrpcalc.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
@@ -19,6 +20,7 @@
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
 #include "lattice/frmelement.h"
+#include "lattice/frmpeakcal.h"
 #include "toolkit/hand.h"
 
 namespace vael {
@@ -33,10 +35,12 @@ inline void FreshViews() {
     Unload(frmInput);
     Unload(frmDispPara);
     Unload(frmExpandSetting);
+    Unload(frmGrpCalc);
     Unload(frmSetting);
     Unload(frmPeakReport);
     Unload(frmRoiReport);
     Unload(frmProperty);
+    Unload(frmPeakCal);
     Unload(frmManualFit);
     Unload(frmInputFitParameter);
     Unload(frmElement);

@@ -182,6 +182,19 @@ TEST(CalibrationTable, WhatIsNoNumberSpringsBack) {
     EXPECT_TRUE(w.Desk.Faults.empty());
 }
 
+TEST(CalibrationTable, ATypedEnergyLeadsToTheNextRow) {
+    Calibrated w;
+    Edit(v.vaSpread1, C::CHANNEL, 1, "500");
+    EXPECT_EQ(v.vaSpread1.Row, 1);
+    Edit(v.vaSpread1, C::CHANNEL, 2, "600");
+    Edit(v.vaSpread1, C::ENERGY, 1, "15");
+    EXPECT_EQ(v.vaSpread1.Row, 2);
+    EXPECT_EQ(v.vaSpread1.Col, C::ENERGY) << "a channel waits there";
+    Edit(v.vaSpread1, C::ENERGY, 2, "18");
+    EXPECT_EQ(v.vaSpread1.Row, 3);
+    EXPECT_EQ(v.vaSpread1.Col, C::CHANNEL);
+}
+
 TEST(CalibrationTable, TellsARepeatedChannel) {
     Calibrated w;
     w.Row(1, "500", "15");
@@ -484,8 +497,9 @@ TEST(CalibrationRoad, MeasuredSourcesCalibrateTheirDetector) {
     const std::string path = Measured("ECal16BM.npd");
     const std::string gold = Measured("AuWire.npd");
     if (path.empty() || gold.empty()) GTEST_SKIP() << "no measured spectra here";
-    const std::vector<KnownLine> lines{{22.104, 696.41},  {24.942, 785.53},  {72.794, 2298.58},
-                                       {74.956, 2367.14}, {88.035, 2780.45}, {122.061, 3856.55}};
+    const std::vector<KnownLine> lines{{22.104, 696.41, true}, {24.942, 785.53},
+                                       {72.794, 2298.58},      {74.956, 2367.14},
+                                       {88.035, 2780.45},      {122.061, 3856.55}};
     Calibrated w;
     w.OpenFiles({path});
     Click(v.cmdSmothBk);
