@@ -1,6 +1,7 @@
 // Which peaks were fitted or added by hand in this run: kept beside the peak tables.
 #include "analysis/handpeakcommands.h"
 
+#include "analysis/handpeaks.h"
 #include "core/fault.h"
 #include "core/store.h"
 
@@ -8,11 +9,6 @@
 
 namespace vael {
 namespace {
-
-bool Holds(const PeakTable& table, double position) {
-    return std::any_of(table.Peak.begin(), table.Peak.begin() + table.PeakNum,
-                       [&](const PeakRecord& peak) { return peak.Position == position; });
-}
 
 void Append(PeakTable& table, const PeakRecord& peak) {
     if (table.PeakNum == MAX_PEAKS) {
@@ -29,7 +25,7 @@ void NoteHandPeaks(int slot, const PeakTable& before) {
     PeakTable& noted = Item(store.HandPeaks, slot);
     for (int i = 0; i < now.PeakNum; ++i) {
         const PeakRecord& peak = Item(now.Peak, i);
-        if (!Holds(before, peak.Position) && !Holds(noted, peak.Position)) Append(noted, peak);
+        if (!HoldsPeak(before, peak) && !HoldsPeak(noted, peak)) Append(noted, peak);
     }
 }
 
@@ -39,7 +35,7 @@ PeakTable HandPeaksOf(int slot) {
     if (source < 0) return noted;
     const PeakTable& more = Item(store.HandPeaks, source);
     for (int i = 0; i < more.PeakNum; ++i)
-        if (!Holds(noted, Item(more.Peak, i).Position)) Append(noted, Item(more.Peak, i));
+        if (!HoldsPeak(noted, Item(more.Peak, i))) Append(noted, Item(more.Peak, i));
     return noted;
 }
 

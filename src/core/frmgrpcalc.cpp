@@ -2,6 +2,7 @@
 #include "core/frmgrpcalc.h"
 
 #include "analysis/grapharith.h"
+#include "core/fault.h"
 #include "core/frmvaelana.h"
 #include "core/graphs.h"
 #include "core/store.h"

@@ -44,11 +44,11 @@ void ReadCells(CalcRequest& request) {
     Cell reference{};
     for (std::size_t i = 0; i < reference.size(); ++i) {
         request.Seed[i] = Number(v.txtSeedConstant[i].Text);
-        v.SeedCell[i] = request.Seed[i];
         // The reference of volume and pressure is the file's own cell: this one is read, and a text
         // that is no number ends the calculation, but nothing is computed from it.
         reference[i] = Number(v.txtLatticeConstans[i].Text);
     }
+    for (std::size_t i = 0; i < reference.size(); ++i) v.SeedCell[i] = request.Seed[i];
 }
 
 /// What was asked for, or nothing when a message has refused it.

@@ -1,11 +1,9 @@
 // The peaks and match rows of a lattice calculation as grids, logs and reports list them.
 #include "lattice/latticerows.h"
 
+#include "analysis/handpeaks.h"
 #include "core/text.h"
 #include "core/units.h"
-
-#include <algorithm>
-#include <span>
 
 namespace vael {
 namespace {
@@ -26,13 +24,6 @@ std::optional<double> DOfCellAsItStands(const LatticeValues& values, int system,
 }
 
 }  // namespace
-
-bool HoldsPeak(const PeakTable& table, const PeakRecord& peak) {
-    const std::span all(table.Peak.data(),
-                        static_cast<std::size_t>(std::max<int>(0, table.PeakNum)));
-    return std::any_of(all.begin(), all.end(),
-                       [&](const PeakRecord& each) { return each.Position == peak.Position; });
-}
 
 std::vector<LatticePeak> LatticePeaks(const MatchSource& source, const PeakTable& byHand) {
     const ParamRecord& param = source.Property.Param;

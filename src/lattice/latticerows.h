@@ -27,9 +27,6 @@ struct LatticePeak {
 [[nodiscard]] std::vector<LatticePeak> LatticePeaks(const MatchSource& source,
                                                     const PeakTable& byHand);
 
-/// Whether the table holds a peak of this very centre.
-[[nodiscard]] bool HoldsPeak(const PeakTable& table, const PeakRecord& peak);
-
 /// One matched row.
 struct LatticeRow {
     int Index = 0;  // of match row and peak, from 0

@@ -287,10 +287,14 @@ TEST(LatticeReport, IsWrittenToTheLetter) {
     property.Param.PressLoad = 1.5;
     property.Param.Temperature = 27;
     EXPECT_EQ(
-        LatticeReportText(
-            property,
-            {{.Ch = 995.25, .KeV = 30.2, .D = 2.355, .Amplitude = 4000.4, .FwhmCh = 10.0}},
-            TwoRows()),
+        LatticeReportText(property,
+                          {{.Ch = 995.25,
+                            .KeV = 30.2,
+                            .D = 2.355,
+                            .Amplitude = 4000.4,
+                            .FwhmCh = 10.0,
+                            .Type = "A"}},
+                          TwoRows()),
         "\"gold.npd" + std::string(56, ' ') +
             "LatticeFitting Log\"\r\n"
             "\r\n"

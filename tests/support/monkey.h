@@ -252,7 +252,8 @@ inline std::vector<std::string> Breaches() {
         for (const AreaMark& mark : state.Area)
             demand(mark.Channel >= -1 && mark.Channel < store.SpanCh, which + ": area mark");
         for (const GraphEntry& entry : store.GraphList) {
-            if (entry.State <= 0) continue;
+            // The result of graph arithmetic is drawn from slot 0 in any window, with no row.
+            if (entry.State <= 0 || entry.DataNo == 0) continue;
             const auto& graph = Engine().Target(win).Graph[static_cast<std::size_t>(entry.DataNo)];
             demand((graph.GraphInUse != 0) == Draws(win, entry),
                    which + ": the engine draws other rows than it should (" + entry.Name + ")");
