@@ -142,6 +142,9 @@ void BringFill(const Button& record, QAbstractButton& widget) {
         palette.setColor(QPalette::ButtonText, qGray(ground.rgb()) > 128 ? Qt::black : Qt::white);
     }
     widget.setPalette(palette);
+    // The style would shade the ground, up to a light one that nobody tells from the others.
+    widget.setAutoFillBackground(record.Fill != 0);
+    if (auto* push = qobject_cast<QPushButton*>(&widget)) push->setFlat(record.Fill != 0);
 }
 
 void Bring(const Button& record, QAbstractButton& widget) {

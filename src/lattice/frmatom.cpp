@@ -85,8 +85,32 @@ std::vector<ElementMark> MarksOf(int win) {
     return marks;
 }
 
-/// Registers the labels: right of their lines, each in the highest row that is free there.
-void PutLabels(int win, const std::vector<ElementMark>& marks, Colour colour) {
+/// Rows of labels from the top of a plot down, each known by where its last label ends.
+class LabelRows {
+public:
+    explicit LabelRows(int most) : most_(most) {}
+    /// The row, from 0, of a label from `left` to `right` whose line stands at its left: one below
+    /// all that reach over it, so that its line crosses none; else the highest that is free; -1 for
+    /// none.
+    int Take(double left, double right) {
+        int row = static_cast<int>(ends_.size());
+        while (row > 0 && Item(ends_, row - 1) <= left) --row;
+        for (int free = 0; row >= most_ && free < most_; ++free)
+            if (Item(ends_, free) <= left) row = free;
+        if (row >= most_) return -1;
+        if (row == static_cast<int>(ends_.size())) ends_.push_back(right);
+        Item(ends_, row) = right;
+        return row;
+    }
+
+private:
+    int most_;
+    std::vector<double> ends_;
+};
+
+/// Registers the lines with their labels at the right of them. A line ends at the top of its label;
+/// one whose label finds no room, below the lowest row.
+void RegisterMarks(int win, const std::vector<ElementMark>& marks, Colour colour) {
     Canvas& canvas = *Engine().Target(win).Canvas;
     Engine().ScaleCanvas(win);
     const double kept = canvas.FontSize;
@@ -95,20 +119,18 @@ void PutLabels(int win, const std::vector<ElementMark>& marks, Colour colour) {
     const double gap = canvas.PixelUnit().Width * LABEL_GAP;
     const double top = PlotTop(win);
     const WindowState& window = Item(frmVaelAna.Windows, win);
-    std::vector<double> ends;  // of the rows of labels: where the last one ends
+    const int most = tall > 0.0 ? static_cast<int>(std::min(100.0, top * LABEL_SHARE / tall)) : 0;
+    LabelRows rows(most);
     for (const ElementMark& mark : marks) {
         const double width = canvas.TextWidth(mark.Label);
         double left = mark.Channel + gap;
         if (left + width > window.Start + window.Span - 1) left = mark.Channel - gap - width;
-        const auto row = static_cast<std::size_t>(
-            std::find_if(ends.begin(), ends.end(), [&](double end) { return end <= left; }) -
-            ends.begin());
-        const double down = (static_cast<double>(row) + 1.0) * tall;
-        if (down > top * LABEL_SHARE) continue;
-        if (row == ends.size()) ends.push_back(0.0);
-        ends[row] = left + width + gap;
-        Engine().RegisterText(win, left, top - down + tall, mark.Label,
-                              {.Color = colour, .Size = LABEL_POINTS});
+        const int row = rows.Take(left, left + width + gap);
+        const double height = top - (row < 0 ? most : row) * tall;
+        Engine().RegisterVLine(win, mark.Channel, 0.0, height, colour);
+        if (row >= 0)
+            Engine().RegisterText(win, left, height, mark.Label,
+                                  {.Color = colour, .Size = LABEL_POINTS});
     }
     canvas.FontSize = kept;
 }
@@ -362,10 +384,7 @@ void PutElementMarks(int win) {
     if (!shown.empty() || !marks.empty()) Engine().ClearRegistrations(win);
     shown = std::move(marks);
     if (shown.empty() || Engine().Target(win).Canvas == nullptr) return;
-    const Colour colour = Item(store.ColorTable, ROLE_ELEMENT_MARK);
-    for (const ElementMark& mark : shown)
-        Engine().RegisterVLine(win, mark.Channel, 0.0, PlotTop(win), colour);
-    PutLabels(win, shown, colour);
+    RegisterMarks(win, shown, Item(store.ColorTable, ROLE_ELEMENT_MARK));
 }
 
 void RefreshElementMarks() {

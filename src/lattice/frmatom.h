@@ -81,7 +81,7 @@ struct AtomView : View {
 inline AtomView frmAtom;
 
 /// Registers a window's element marks with the drawing engine, in place of what is registered: a
-/// line of the full height each, with its label beside it where there is room.
+/// line each from the axis up to its label, which stands where there is room.
 void PutElementMarks(int win);
 /// After a change of row, calibration, range or table: redraws the windows whose marks stand
 /// elsewhere now, and shows the current graph's in the view.

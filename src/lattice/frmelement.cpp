@@ -186,12 +186,12 @@ void CloseSheet() {
 }  // namespace
 
 ElementView::ElementView() : View("frmElement", "Atom") {
-    cmdBack.Tip = "The element before (Page Up)";
-    cmdFor.Tip = "The element behind, up to 106 (Page Down)";
+    cmdBack.Tip = "The element before (Alt+Left)";
+    cmdFor.Tip = "The element behind, up to 106 (Alt+Right)";
     ImNumber5.Tip = "Atomic number; a number of 1 to 107 and Enter go to that element";
     cmdOk.Tip = "Writes atomic.dat and closes; Escape closes and leaves the table as it was";
-    cmdBack.Shortcut = "PgUp";
-    cmdFor.Shortcut = "PgDown";
+    cmdBack.Shortcut = "Alt+Left";
+    cmdFor.Shortcut = "Alt+Right";
     cmdBack.Click = cmdBack_Click;
     cmdFor.Click = cmdFor_Click;
     cmdOk.Click = cmdOk_Click;

@@ -396,6 +396,28 @@ TEST(AtomTable, LabelsDoNotLieOnEachOther) {
         }
 }
 
+TEST(AtomTable, ALineEndsAtItsLabelSoThatItCrossesNoOther) {
+    Table table;
+    for (const int number : {47, 58}) Table::Press(number);
+    const DrawTarget& target = Engine().Target(0);
+    ASSERT_EQ(target.TextNum, target.VLineNum);
+    Canvas& canvas = *target.Canvas;
+    Engine().ScaleCanvas(0);
+    canvas.FontSize = 8;
+    const double tall = canvas.TextHeight("A");
+    for (std::size_t n = 0; n < static_cast<std::size_t>(target.VLineNum); ++n) {
+        const TextRecord& line = target.VLine[n];
+        const double end = std::max(line.Y, line.Y2);
+        EXPECT_FLOAT_EQ(static_cast<float>(end), target.Text[n].Y) << target.Text[n].Text.data();
+        for (std::size_t other = 0; other < static_cast<std::size_t>(target.TextNum); ++other) {
+            const TextRecord& label = target.Text[other];
+            const bool across =
+                label.X < line.X && line.X < label.X + canvas.TextWidth(label.Text.data());
+            EXPECT_FALSE(across && end > label.Y - tall * 0.9) << label.Text.data();
+        }
+    }
+}
+
 TEST(AtomTable, LinesThatAreMarkedGoToTheCalibrationThatIsOpen) {
     Table table;
     std::vector<double> entered;
