@@ -165,7 +165,8 @@ void ClearLatticeMatch() {
 void FillReflections() {
     V& v = frmPeakCal;
     const std::vector<LatticeRow> rows = RowsNow();
-    const double largest = LargestOf(rows, [](const LatticeRow& row) { return row.Deviation(); });
+    const double largest =
+        LargestOf(rows, [](const LatticeRow& row) { return row.Used ? row.Deviation() : 0.0; });
     const double largestRelative =
         LargestOf(rows, [](const LatticeRow& row) { return row.Used ? RelativeOf(row) : 0.0; });
     Resize(v.sprPeakInf2, rows.size());
