@@ -70,7 +70,7 @@ void Form::Decorate() {
         if (!headline && !box->property("digits").toBool()) continue;
         QFont font = DigitFont();
         if (headline) {  // the number that the view is there for
-            font.setPointSizeF(font.pointSizeF() + 5.0);
+            font.setPointSizeF(font.pointSizeF() + 4.0);
             font.setBold(true);
         }
         box->setFont(font);

@@ -37,7 +37,10 @@ double LargestOf(const std::vector<LatticeRow>& rows, Value value) {
 
 double RelativeOf(const LatticeRow& row) { return row.Relative().value_or(0.0); }
 
-double BarOf(double value, double largest) { return largest > 0.0 ? value / largest : 0.0; }
+/// A deviation as a part of the largest one; rows left out may reach beyond, and are cut.
+double BarOf(double value, double largest) {
+    return largest > 0.0 ? std::clamp(value / largest, -1.0, 1.0) : 0.0;
+}
 
 /// The columns that both lists against the seed begin with.
 void FillSeedColumns(Grid& grid, int line, const LatticeRow& row, double largest) {
@@ -162,7 +165,8 @@ void ClearLatticeMatch() {
 void FillReflections() {
     V& v = frmPeakCal;
     const std::vector<LatticeRow> rows = RowsNow();
-    const double largest = LargestOf(rows, [](const LatticeRow& row) { return row.Deviation(); });
+    const double largest =
+        LargestOf(rows, [](const LatticeRow& row) { return row.Used ? row.Deviation() : 0.0; });
     const double largestRelative =
         LargestOf(rows, [](const LatticeRow& row) { return row.Used ? RelativeOf(row) : 0.0; });
     Resize(v.sprPeakInf2, rows.size());

@@ -37,10 +37,14 @@ void DrawMark(int win, const ReflectionMark& mark, Canvas& canvas) {
         canvas.TextWidth(mark.Words) / canvas.PixelUnit().Width * canvas.PixelUnit().Height;
     const double from = std::min(curve + top * GAP, top);
     const double words = std::max(0.0, std::min(from + top * LEAST, top - tall));
-    if (words > from) canvas.Line(mark.Ch, from, mark.Ch, words, mark.Ink);
+    const double thick =
+        canvas.TextHeight(mark.Words) / canvas.PixelUnit().Height * canvas.PixelUnit().Width;
     canvas.TextAngle = 90;
-    canvas.CurrentX = mark.Ch - canvas.TextHeight(mark.Words) / canvas.PixelUnit().Height *
-                                    canvas.PixelUnit().Width / 2.0;
+    canvas.CurrentX = mark.Ch - thick / 2.0;
+    if (words > from)
+        canvas.Line(mark.Ch, from, mark.Ch, words, mark.Ink);
+    else
+        canvas.CurrentX = mark.Ch + thick / 4.0;  // no room above the line: beside it
     canvas.CurrentY = words;
     canvas.Print(mark.Words, mark.Ink);
     canvas.TextAngle = 0;

@@ -122,6 +122,15 @@ void RunIf(const Handler& handler) {
     if (handler) handler();
 }
 
+/// A button that runs the very command of the close box is the view's way out: like that it does
+/// not ask the box that is being typed in, so that a text which no box takes holds nobody captive.
+bool IsWayOut(const Button& button) {
+    using Command = void (*)();
+    const Command* click = button.Click.target<Command>();
+    const Command* closing = button.Owner.Closing.target<Command>();
+    return click != nullptr && closing != nullptr && *click == *closing;
+}
+
 void ClearGroup(Option& option) {
     for (Control* other : option.Owner.Controls())
         if (other->Kind == ControlKind::Option && other != &option)
@@ -187,6 +196,12 @@ void ResetHands() {
 const Control* TypedBox() { return hands.Typed; }
 
 bool Click(Button& button) {
+    if (IsWayOut(button)) {
+        if (!button.Usable() || !MayAct(button.Owner)) return false;
+        ForgetTyping(button.Owner);
+        RunEvent(button.Owner, button.Click);
+        return true;
+    }
     return Deliver(button, [&] { RunIf(button.Click); });
 }
 

@@ -152,7 +152,7 @@ TEST(LatticeOnScreen, EveryControlIsPressedOnTheWayToAResult) {
     press(v.cmdExit);
     EXPECT_FALSE(world.Desk.FormOfView(v)->isVisible());
     EXPECT_TRUE(std::filesystem::exists(world.At("kept.csv")));
-    EXPECT_EQ(world.Desk.SaveDialogs.back().Name.substr(0, 6), "Result");
+    EXPECT_EQ(world.Desk.SaveDialogs.back().Name, "gold_Result.csv");
     EXPECT_TRUE(world.Faults.empty());
 
     world.ClickOn(frmVaelAna.cmdShowReport);
@@ -240,6 +240,7 @@ TEST(LatticeOnScreen, ASeedThatIsNoNumberKeepsTheFocus) {
     EXPECT_NE(world.Widget<QLabel>(v, "lblTold").text().indexOf(QStringLiteral("\"wide\"")), -1);
     world.Desk.Saves.push_back("");
     world.ClickOn(v.cmdExit);
+    EXPECT_FALSE(v.Visible) << "it holds nobody captive";
 }
 
 class LatticeShots : public test::ShotTest {};
