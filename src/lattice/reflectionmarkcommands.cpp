@@ -39,12 +39,10 @@ void DrawMark(int win, const ReflectionMark& mark, Canvas& canvas) {
     const double words = std::max(0.0, std::min(from + top * LEAST, top - tall));
     const double thick =
         canvas.TextHeight(mark.Words) / canvas.PixelUnit().Height * canvas.PixelUnit().Width;
+    const bool room = words > from;  // else they stand beside the line
+    if (room) canvas.Line(mark.Ch, from, mark.Ch, words, mark.Ink);
     canvas.TextAngle = 90;
-    canvas.CurrentX = mark.Ch - thick / 2.0;
-    if (words > from)
-        canvas.Line(mark.Ch, from, mark.Ch, words, mark.Ink);
-    else
-        canvas.CurrentX = mark.Ch + thick / 4.0;  // no room above the line: beside it
+    canvas.CurrentX = room ? mark.Ch - thick / 2.0 : mark.Ch + thick / 4.0;
     canvas.CurrentY = words;
     canvas.Print(mark.Words, mark.Ink);
     canvas.TextAngle = 0;
