@@ -1,5 +1,5 @@
-// Every spectrum form opened and saved in the real window through the program's own file dialogs and
-// questions, by mouse and keyboard.
+// Every spectrum form opened and saved in the real window through the program's own file dialogs
+// and questions, by mouse and keyboard.
 #include "deskworld.h"
 
 #include "core/frmlog.h"

@@ -1,5 +1,5 @@
-// Every spectrum form from the window: what a file that cannot be read leaves as it was and where its
-// reason stands, and what is asked before a file is replaced.
+// Every spectrum form from the window: what a file that cannot be read leaves as it was and where
+// its reason stands, and what is asked before a file is replaced.
 #include "support/plotted.h"
 #include "support/smallforms.h"
 
