@@ -77,10 +77,14 @@ void LoadChosen(const FileChoice& chosen) {
         else
             refused += (refused.empty() ? "" : ", ") + SplitFilePath(chosen.Paths[i]).Base();
     }
+    const std::size_t more = chosen.Paths.size() - count;
+    const std::string left =
+        more == 0 ? "" : " The list is full: files left: " + std::to_string(more) + ".";
     if (!refused.empty())
-        TellStatus("Not read: " + refused + " (the reason stands in the log).", true);
+        TellStatus("Not read: " + refused + " (the reason stands in the log)." + left, true);
     else
-        TellStatus("Opened " + std::to_string(read) + (read == 1 ? " spectrum." : " spectra."));
+        TellStatus("Opened " + std::to_string(read) + (read == 1 ? " spectrum." : " spectra.") +
+                   left);
 }
 
 /// The open dialog and its files; false when it was cancelled. The desk hands over any number of

@@ -123,7 +123,8 @@ TEST(FormsOnScreen, EachThatIsWrittenIsSavedByItsNameOrItsKind) {
                  {"four.csv", 0, "four.csv", "Press X,"},
                  {"five.gsa", 1, "five.gsa", " File: five "},
                  {"six.xba", 0, "six.xba", std::string("00\1\0six ", 8)},
-                 {"seven.xta", 0, "seven.xta", " 4096 \r\n"}};
+                 {"seven.xta", 0, "seven.xta", " 4096 \r\n"},
+                 {"eight.", 1, "eight.npd", "Record length,27\r\n"}};
     for (const auto& c : cases) {
         w.SaveByName(c.Typed, c.Kind);
         EXPECT_EQ(w.Bytes(c.Made).substr(0, c.Beginning.size()), c.Beginning) << c.Made;
