@@ -258,6 +258,9 @@ TEST(Journey, EveryEnabledControlIsPressed) {
     world.ClickOn(frmDispPara.cmdCansel);
     world.ClickOn(v.mnuExpandSetting);
     world.ClickOn(frmExpandSetting.cmdClose);
+    world.ClickOn(v.mnuCalcSpect);
+    EXPECT_TRUE(world.Desk.FormOfView(frmGrpCalc)->isVisible());
+    world.ClickOn(frmGrpCalc.cmdOK);
     for (int way = 0; way < 2; ++way) {  // the property sheet has a census of its own
         way == 0 ? world.ClickOn(v.mnuProperty) : world.ClickOn(v.cmdFiles[3]);
         EXPECT_TRUE(world.Desk.FormOfView(frmProperty)->isVisible());
