@@ -17,8 +17,8 @@ struct GrpCalcView : View {
     ListBox cmbOpe1{*this, "cmbOpe1", {"＋", "－", "×", "÷"}, 0};
     ListBox cmbOpe2{*this, "cmbOpe2", {"＋", "－", "×", "÷", "   "}, 4};
     ListBox cmbOpe3{*this, "cmbOpe3", {"＋", "－", "×", "÷"}, 0};
-    NumberBox ImNumber1{*this, "ImNumber1", "#########0.######"};
-    NumberBox ImNumber2{*this, "ImNumber2", "#########0.######"};
+    NumberBox ImNumber1{*this, "ImNumber1", "########0.0000"};
+    NumberBox ImNumber2{*this, "ImNumber2", "########0.0000"};
     ControlArray<Label, 2> lblName;  // what the chosen rows hold
     Button cmdCalc{*this, "cmdCalc", "Calc"};
     Button cmdOK{*this, "cmdOK", "O K"};
