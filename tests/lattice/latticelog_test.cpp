@@ -49,6 +49,7 @@ public:
         if (::pipe(ready) != 0 || ::pipe(go) != 0) throw std::runtime_error("no pipe");
         child_ = ::fork();
         if (child_ == 0) {
+            ::close(go[1]);  // else it would wait for itself
             LatticeLog log;
             const char told = log.Open(folder) && log.Write("another one\r\n") ? 'y' : 'n';
             char end = 0;
