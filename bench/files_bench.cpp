@@ -1,6 +1,9 @@
 // Reading and writing of spectra of 4096 and 8192 channels: from and to memory through the stream
 // entries, and with the file and its sync.
+#include "core/fault.h"
 #include "files/extensions.h"
+#include "files/filedac.h"
+#include "files/filegenie.h"
 #include "files/filegsa.h"
 #include "files/filenpd.h"
 #include "files/fileortec.h"
@@ -48,8 +51,23 @@ void Xta(std::ostream& out, const Slot& s) { WriteXtaText(out, s.Data, s.Prop); 
 void Npd(std::ostream& out, const Slot& s) { WriteNpdText(out, s.Data, s.Prop); }
 void Gsa(std::ostream& out, const Slot& s) { WriteGsaText(out, s.Data, s.Prop); }
 void Csv(std::ostream& out, const Slot& s) { WriteCsvText(out, s.Data, s.Prop); }
+void Rpt(std::ostream& out, const Slot& s) { WriteRptText(out, s.Data, s.Prop); }
 
-/// Only the readers' tests write this form.
+// Forms that no writer of the program makes.
+
+void Cnf(std::ostream& out, const Slot&) {  // always 4096 channels
+    std::string bytes(41984, ' ');
+    bytes[11] = static_cast<char>(164);
+    out << bytes;
+}
+
+void Pairs(std::ostream& out, const Slot& s, const char* end) {
+    for (int i = 0; i < s.Data.DataNo; ++i)
+        out << std::to_string(1.779794 + 0.0097718 * i) << ',' << Item(s.Data.Count, i) << end;
+}
+void RawCrLf(std::ostream& out, const Slot& s) { Pairs(out, s, "\r\n"); }
+void RawLf(std::ostream& out, const Slot& s) { Pairs(out, s, "\n"); }
+
 void Chn(std::ostream& out, const Slot& s) {
     std::string head(32, '\0');
     std::copy_n(reinterpret_cast<const char*>(&s.Data.DataNo), 2, head.begin() + 30);
@@ -68,6 +86,9 @@ void Xba(std::istream& in, Slot& s) { ReadXbaBody(in, {s.Data, s.Prop, s.Last}, 
 void Chn(std::istream& in, Slot& s) { ReadChnBody(in, {s.Data, s.Prop, s.Last}); }
 void Npd(std::istream& in, Slot& s) { ReadNpdText(in, {s.Data, s.Prop, s.Last}); }
 void Gsa(std::istream& in, Slot& s) { ReadGsaText(in, {s.Data, s.Prop, s.Last}); }
+void Rpt(std::istream& in, Slot& s) { ReadRptText(in, {s.Data, s.Prop, s.Last}); }
+void Cnf(std::istream& in, Slot& s) { ReadCnfBody(in, {s.Data, s.Prop, s.Last}); }
+void Raw(std::istream& in, Slot& s) { ReadDacText(in, {s.Data, s.Prop, s.Last}); }
 
 std::string Bytes(Write write, int channels) {
     std::ostringstream out;
@@ -138,11 +159,16 @@ void WriteWholeFile(benchmark::State& state, const char* name) {
 #define VAEL_BY_THE_CLOCK VAEL_BOTH_SIZES->UseRealTime()
 BENCHMARK_CAPTURE(ReadForm, npd, Npd23, Npd) VAEL_BOTH_SIZES;
 BENCHMARK_CAPTURE(ReadForm, gsa, Npd, Gsa) VAEL_BOTH_SIZES;
+BENCHMARK_CAPTURE(ReadForm, rpt, Rpt, Rpt) VAEL_BOTH_SIZES;
+BENCHMARK_CAPTURE(ReadForm, raw_crlf, RawCrLf, Raw) VAEL_BOTH_SIZES;
+BENCHMARK_CAPTURE(ReadForm, raw_lf, RawLf, Raw) VAEL_BOTH_SIZES;
+BENCHMARK_CAPTURE(ReadForm, cnf, Cnf, Cnf)->Arg(4096)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(ReadForm, xbm, Xbm, Xbm) VAEL_BOTH_SIZES;
 BENCHMARK_CAPTURE(ReadForm, xba, Xba, Xba) VAEL_BOTH_SIZES;
 BENCHMARK_CAPTURE(ReadForm, chn, Chn, Chn) VAEL_BOTH_SIZES;
 BENCHMARK_CAPTURE(WriteForm, npd, Npd) VAEL_BOTH_SIZES;
 BENCHMARK_CAPTURE(WriteForm, gsa, Gsa) VAEL_BOTH_SIZES;
+BENCHMARK_CAPTURE(WriteForm, rpt, Rpt) VAEL_BOTH_SIZES;
 BENCHMARK_CAPTURE(WriteForm, csv, Csv) VAEL_BOTH_SIZES;
 BENCHMARK_CAPTURE(WriteForm, xta, Xta) VAEL_BOTH_SIZES;
 BENCHMARK_CAPTURE(WriteForm, xbm, Xbm) VAEL_BOTH_SIZES;
@@ -150,10 +176,17 @@ BENCHMARK_CAPTURE(WriteForm, xba, Xba) VAEL_BOTH_SIZES;
 // No .xba: its reader keeps every file open.
 BENCHMARK_CAPTURE(ReadWholeFile, npd, Npd23, "r.npd") VAEL_BY_THE_CLOCK;
 BENCHMARK_CAPTURE(ReadWholeFile, gsa, Npd, "r.gsa") VAEL_BY_THE_CLOCK;
+BENCHMARK_CAPTURE(ReadWholeFile, rpt, Rpt, "r.rpt") VAEL_BY_THE_CLOCK;
+BENCHMARK_CAPTURE(ReadWholeFile, raw, RawCrLf, "r.raw") VAEL_BY_THE_CLOCK;
+BENCHMARK_CAPTURE(ReadWholeFile, cnf, Cnf, "r.cnf")
+    ->Arg(4096)
+    ->Unit(benchmark::kMicrosecond)
+    ->UseRealTime();
 BENCHMARK_CAPTURE(ReadWholeFile, xbm, Xbm, "r.xbm") VAEL_BY_THE_CLOCK;
 BENCHMARK_CAPTURE(ReadWholeFile, chn, Chn, "r.chn") VAEL_BY_THE_CLOCK;
 BENCHMARK_CAPTURE(WriteWholeFile, npd, "w.npd") VAEL_BY_THE_CLOCK;
 BENCHMARK_CAPTURE(WriteWholeFile, gsa, "w.gsa") VAEL_BY_THE_CLOCK;
+BENCHMARK_CAPTURE(WriteWholeFile, rpt, "w.rpt") VAEL_BY_THE_CLOCK;
 BENCHMARK_CAPTURE(WriteWholeFile, csv, "w.csv") VAEL_BY_THE_CLOCK;
 BENCHMARK_CAPTURE(WriteWholeFile, xta, "w.xta") VAEL_BY_THE_CLOCK;
 BENCHMARK_CAPTURE(WriteWholeFile, xbm, "w.xbm") VAEL_BY_THE_CLOCK;

@@ -1,6 +1,7 @@
 // vael-batch convert: spectra from any form that is read into one that is written.
 #include "batch/convert.h"
 
+#include "batch/call.h"
 #include "batch/pool.h"
 #include "batch/report.h"
 #include "core/fault.h"
@@ -9,12 +10,9 @@
 #include "core/wholefile.h"
 #include "files/extensions.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <filesystem>
 #include <map>
-#include <sstream>
 #include <thread>
 
 namespace vael {
@@ -78,6 +76,9 @@ struct Came {
 /// One file goes the road of opening and saving in slot 0, as in the window: the record takes the
 /// new file's name and is valid.
 Came ConvertOne(const ConvertOptions& options, const std::string& file, const std::string& path) {
+    // Its own form may keep less than the file holds, and the spectrum is nowhere else.
+    if (std::error_code none; std::filesystem::equivalent(file, path, none))
+        return {file + ": it would be written over itself; --out takes another folder.", {}};
     if (!options.Force && FileExists(path))
         return {file + ": " + path + " exists; --force replaces it.", {}};
     constexpr int SLOT = 0;
@@ -117,19 +118,12 @@ ConvertCall ReadConvertCall(int count, const char* const* words) {
     app.add_option("--out", options.OutFolder, "Folder that receives the files")->required();
     app.add_flag("--force", options.Force, "Replace files that exist");
     app.add_option("FILE", options.Files, "Spectra to convert")->required();
-    try {
+    return CallOf<ConvertCall>(app, options, [&] {
         app.parse(count - 1, words + 1);
         const FileKind* kind = KindOf("x." + options.To);
         if (kind == nullptr || kind->Write == nullptr)
             throw CLI::ValidationError("--to", "\"" + options.To + "\" is not written");
-    } catch (const CLI::ParseError& error) {
-        std::ostringstream out;
-        std::ostringstream err;
-        const int code = app.exit(error, out, err);
-        return {
-            .Options = std::nullopt, .Text = out.str() + err.str(), .Status = code == 0 ? 0 : 2};
-    }
-    return {.Options = std::move(options), .Text = {}, .Status = 0};
+    });
 }
 
 std::string ConvertedName(const std::string& file, const std::string& to) {

@@ -1,14 +1,12 @@
 // What the batch program is asked to do: its command line as a record.
 #include "batch/options.h"
 
+#include "batch/call.h"
 #include "core/fault.h"
 #include "core/text.h"
 #include "lattice/latticecalc.h"
 
-#include <CLI/CLI.hpp>
-
 #include <filesystem>
-#include <sstream>
 
 namespace vael {
 namespace {
@@ -192,17 +190,10 @@ BatchCall ReadCall(int count, const char* const* words) {
     AddLatticeOptions(app, typed, options);
     AddFitOptions(app, typed);
     AddRunOptions(app, typed, options);
-    try {
+    return CallOf<BatchCall>(app, options, [&] {
         app.parse(count, words);
         Understand(typed, options);
-    } catch (const CLI::ParseError& error) {
-        std::ostringstream out;
-        std::ostringstream err;
-        const int code = app.exit(error, out, err);
-        return {
-            .Options = std::nullopt, .Text = out.str() + err.str(), .Status = code == 0 ? 0 : 2};
-    }
-    return {.Options = std::move(options), .Text = {}, .Status = 0};
+    });
 }
 
 std::string FindDataFolder(const std::string& asked, const std::string& program) {

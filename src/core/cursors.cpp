@@ -29,13 +29,6 @@ constexpr const char* FINE_FORMAT = "####0.00";
 
 int Held(double ch) { return static_cast<int>(std::clamp<double>(ch, 0, store.SpanCh - 1)); }
 
-/// The row that a window has selected, or nullptr when it is empty.
-const GraphEntry* SelectedRow(int win) {
-    const int row = std::max(0, Item(frmVaelAna.cboGrphSel, win).Index);
-    const GraphEntry& entry = Item(store.GraphList, row);
-    return entry.State > 0 ? &entry : nullptr;
-}
-
 bool DrawsAny(int win) {
     return std::any_of(store.GraphList.begin(), store.GraphList.end(),
                        [win](const GraphEntry& entry) { return Draws(win, entry); });

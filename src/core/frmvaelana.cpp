@@ -7,12 +7,14 @@
 #include "analysis/frmroireport.h"
 #include "analysis/frmsetting.h"
 #include "analysis/roicommands.h"
+#include "calibration/frmdialogcalibc.h"
 #include "core/areamarks.h"
 #include "core/cursors.h"
 #include "core/expand.h"
 #include "core/fault.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
+#include "core/frmgrpcalc.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/graphs.h"
@@ -26,6 +28,7 @@
 #include "core/units.h"
 #include "core/windows.h"
 #include "files/frmproperty.h"
+#include "lattice/frmatom.h"
 #include "lattice/frmpeakcal.h"
 #include "toolkit/hand.h"
 
@@ -124,8 +127,7 @@ void Withhold(VaelAnaView& v) {
         {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
-    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.mnuCalcSpect, &v.mnuCons, &v.cmdFiles[2],
-          &v.cmdEnergy[0], &v.cmdEnergy[1]},
+    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.cmdFiles[2]},
          "comes in a later release");
 }
 
@@ -140,7 +142,7 @@ void Tips(VaelAnaView& v) {
         "Moves the cursor to the previous peak of the current row (Alt+Left)",
         "Spreads the area over the whole axis, or takes it off (F8)",
         "Moves the cursor to the next peak of the current row (Alt+Right)",
-        "Matches the peaks of the current row to a crystal and refines its cell (Ctrl+K)",
+        "Matches the peaks of the current row to a crystal and refines its cell (Ctrl+H)",
         "Lists the peaks of the current row (Ctrl+R)",
         "Moves the cursor one channel down (Left; with Shift 20 channels, with Ctrl it marks an "
         "area)",
@@ -152,15 +154,15 @@ void Tips(VaelAnaView& v) {
         "Saves the current row in a file (Ctrl+S)", "Prints the plots",
         "Shows how the current spectrum was measured, and edits it (Ctrl+Y)"};
     for (std::size_t k = 0; k < FILES.size(); ++k) v.cmdFiles[k].Tip = FILES[k];
-    v.cmdEnergy[0].Tip = "Finds the energy calibration from known lines";
-    v.cmdEnergy[1].Tip = "Marks the lines of an element on the current spectrum";
+    v.cmdEnergy[0].Tip = "Finds the energy calibration from known lines (Ctrl+K)";
+    v.cmdEnergy[1].Tip = "Marks the lines of an element on the current spectrum (Ctrl+Shift+E)";
     v.cmdDisplay[0].Tip = "Magnifies a part of the upper window in the lower one (Ctrl+E)";
     v.cmdAutoFit.Tip =
         "Smooths a single spectrum, takes its background away and fits all its peaks (F7)";
     v.cmdManualFitting.Tip = "Fits single peaks of the current row by hand (Ctrl+M)";
     v.cmdFitCancel.Tip = "Stops a fit";
     v.cmdShowReport.Tip =
-        "Matches the peaks of the current row to a crystal and refines its cell (Ctrl+K)";
+        "Matches the peaks of the current row to a crystal and refines its cell (Ctrl+H)";
     v.cmdMnSelGrp.Tip =
         "Lists the ten rows: which are shown, in which colour, of what sample (Ctrl+G)";
     v.Command1.Tip = "Edits the default calibration, angle, pressure and temperature";
@@ -216,6 +218,7 @@ void Keys(VaelAnaView& v) {
     v.mnuFittingAll.Shortcut = "Ctrl+Shift+F";
     v.mnuPeakSep.Shortcut = "Ctrl+T";
     v.mnuLogText.Shortcut = "Ctrl+L";
+    v.mnuCons.Shortcut = "Ctrl+K";
     v.mnuWinType[0].Shortcut = "Ctrl+I";
     v.mnuWinType[1].Shortcut = "Ctrl+U";
     v.mnuLogarithmic.Shortcut = "Ctrl+1";
@@ -228,8 +231,9 @@ void Keys(VaelAnaView& v) {
     v.cmdOperation[7].Shortcut = "F8";
     v.cmdAutoFit.Shortcut = "F7";
     v.cmdManualFitting.Shortcut = "Ctrl+M";
-    v.cmdShowReport.Shortcut = "Ctrl+K";
+    v.cmdShowReport.Shortcut = "Ctrl+H";
     v.cmdDisplay[0].Shortcut = "Ctrl+E";
+    v.cmdEnergy[1].Shortcut = "Ctrl+Shift+E";
     v.cmdMnSelGrp.Shortcut = "Ctrl+G";
 }
 
@@ -306,10 +310,12 @@ void WireMenus(VaelAnaView& v) {
     v.mnuExpressFit.Click = mnuExpressFit_Click;
     v.mnuLogText.Click = mnuLogText_Click;
     v.mnuSetCons.Click = ShowSetting;
+    v.mnuCons.Click = ShowDialogCalibC;
     v.Command1.Click = ShowDispPara;
     v.mnuPeakReport.Click = ShowPeakReport;
     v.mnuRoiReport.Click = ShowRoiReport;
     v.mnuExpandSetting.Click = ShowExpandSetting;
+    v.mnuCalcSpect.Click = ShowGrpCalc;
     v.mnuDot.Click = [] { SetDrawKind(DRAW_DOT); };
     v.mnuLine.Click = [] { SetDrawKind(DRAW_LINE); };
     v.mnuPaint.Click = [] { SetDrawKind(DRAW_PAINT); };
@@ -341,6 +347,8 @@ void WirePanel(VaelAnaView& v) {
     v.cmdFiles[0].Click = LoadNew;
     v.cmdFiles[1].Click = FileSave;
     v.cmdFiles[3].Click = ShowProperty;
+    v.cmdEnergy[0].Click = ShowDialogCalibC;
+    v.cmdEnergy[1].Click = [] { frmAtom.ShowTop(); };
     v.cmdMnSelGrp.Click = cmdMnSelGrp_Click;
     v.cmdAutoFit.Click = vael::cmdAutoFit;
     v.cmdManualFitting.Click = ShowManualFit;

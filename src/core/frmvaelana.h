@@ -52,9 +52,10 @@ struct VaelAnaView : View {
     ScaleMode LastScale = ScaleMode::Auto;  // what "Log" goes back to
     std::array<WindowState, 2> Windows;
     Dragging Drag;
-    int RoiStart = 0;        // kept by "ROI Start", 0-based, while "ROI End" is enabled
-    std::string AngleShown;  // what stood in txt2Theta before the user typed
-    Spot MemoGrasp;          // where the memo's text is held
+    bool Calibrating = false;  // the energy calibration is open
+    int RoiStart = 0;          // kept by "ROI Start", 0-based, while "ROI End" is enabled
+    std::string AngleShown;    // what stood in txt2Theta before the user typed
+    Spot MemoGrasp;            // where the memo's text is held
     AxisScale LowerAxis;
     bool StatusFault = false;           // the status line tells why a command ended
     Colour StripInk = Rgb(50, 54, 60);  // of the axis strips: the desktop follows its palette

@@ -19,6 +19,7 @@
 #include "core/windows.h"
 #include "files/extensions.h"
 #include "files/frmproperty.h"
+#include "lattice/frmatom.h"
 #include "lattice/frmpeakcal.h"
 #include "toolkit/hand.h"
 
@@ -76,10 +77,14 @@ void LoadChosen(const FileChoice& chosen) {
         else
             refused += (refused.empty() ? "" : ", ") + SplitFilePath(chosen.Paths[i]).Base();
     }
+    const std::size_t more = chosen.Paths.size() - count;
+    const std::string left =
+        more == 0 ? "" : " The list is full: files left: " + std::to_string(more) + ".";
     if (!refused.empty())
-        TellStatus("Not read: " + refused + " (the reason stands in the log).", true);
+        TellStatus("Not read: " + refused + " (the reason stands in the log)." + left, true);
     else
-        TellStatus("Opened " + std::to_string(read) + (read == 1 ? " spectrum." : " spectra."));
+        TellStatus("Opened " + std::to_string(read) + (read == 1 ? " spectrum." : " spectra.") +
+                   left);
 }
 
 /// The open dialog and its files; false when it was cancelled. The desk hands over any number of
@@ -212,8 +217,12 @@ void SetGraph(int win, int row, int slot, const std::string& name) {
 
 int InsertGraph() {
     std::int16_t ok = FALSE_WORD;
+    const int from = DataNo();
     ShiftGraph(0, 1, ok);
-    return ok == TRUE_WORD ? GetGraphSpace(-1) : -1;
+    if (ok != TRUE_WORD) return -1;
+    const int slot = GetGraphSpace(-1);
+    if (slot >= 0) CopyElementMarks(from, slot);  // what is made from a graph has its lines
+    return slot;
 }
 
 int GetGraphSpace(int mark) {
@@ -223,8 +232,9 @@ int GetGraphSpace(int mark) {
         if (mark == -1) {
             used = TRUE_WORD;
             ++store.GraphTotal;
-            // What the slot held before and what was fitted to it are no matter of its new spectrum.
+            // What the slot held and what was fitted to it are no matter of its new spectrum.
             Item(store.FitSource, n) = 0;
+            ClearElementMarks(n);
             Item(store.HandPeaks, n) = PeakTable{};
             std::replace(store.FitSource.begin(), store.FitSource.end(), Int16(n + 1), Int16(0));
         }
@@ -317,6 +327,11 @@ int RowOfSlot(int slot) {
     for (int row = 0; row < GRAPH_COUNT; ++row)
         if (RowEntry(row).State > 0 && RowEntry(row).DataNo == slot) return row;
     return -1;
+}
+
+const GraphEntry* SelectedRow(int win) {
+    const GraphEntry& entry = RowEntry(std::max(0, Item(frmVaelAna.cboGrphSel, win).Index));
+    return entry.State > 0 ? &entry : nullptr;
 }
 
 int RowOfName(const std::string& name) {

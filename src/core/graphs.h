@@ -42,6 +42,8 @@ void ClearAllGrp(std::int16_t& ok);
 [[nodiscard]] int GetGraphDataNo(int grp);
 /// Row 0 to 9 of the slot, or -1.
 [[nodiscard]] int RowOfSlot(int slot);
+/// The row that a window has selected; nullptr when it is empty.
+[[nodiscard]] const GraphEntry* SelectedRow(int win);
 /// Row 0 to 9 of that name, or -1.
 [[nodiscard]] int RowOfName(const std::string& name);
 /// Whether it is one of the four names of derived graphs.

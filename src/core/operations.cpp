@@ -24,15 +24,6 @@
 namespace vael {
 namespace {
 
-/// The busy cursor for as long as it lives.
-class BusyCursor {
-public:
-    BusyCursor() { TheDesk().Busy(true); }
-    ~BusyCursor() { TheDesk().Busy(false); }
-    BusyCursor(const BusyCursor&) = delete;
-    BusyCursor& operator=(const BusyCursor&) = delete;
-};
-
 PropertyRecord& Property(int slot) { return Item(store.PropertyRecords, slot); }
 SpectrumData& Spectrum(int slot) { return Item(store.SpectrumDatas, slot); }
 
@@ -203,25 +194,13 @@ void FitButton(bool smoothFirst) {
         "retry");
 }
 
-}  // namespace
-
-bool NothingThere() {
-    if (Item(store.GraphList, GraphNo()).State != 0) return false;
-    if (store.GraphTotal == 0) {
-        (void)InsertGraph();
-        return true;
-    }
-    TellStatus("There is no spectrum in this row.");
-    return true;
-}
-
-void mnuSmooth() {
+/// The current row into a row "Smooth", as a copy where `smooth` is off.
+void SmoothRow(bool smooth) {
     if (NothingThere()) return;
     const int source = DataNo();
     // The numbers come first: a fault in them leaves the rows as they are.
     SpectrumData smoothed = Spectrum(source);
-    if (settings.SmoothingOn == 1)
-        SmoothingData(settings.SmoothIndex, smoothed.Count, smoothed.DataNo);
+    if (smooth) SmoothingData(settings.SmoothIndex, smoothed.Count, smoothed.DataNo);
     int slot = source;
     if (!HasFlag(source, DERIVED_SMOOTH)) {
         slot = InsertGraph();
@@ -236,10 +215,35 @@ void mnuSmooth() {
     Change_cboGrphSel(GetRealWinNo(), row);
     AutoScaleBoth();
     RedrawBoth();
-    TellStatus(settings.SmoothingOn == 1 ? "Smoothed into row " + std::to_string(row + 1) + "."
-                                         : "Copied into row " + std::to_string(row + 1) +
-                                               ": smoothing is off in the settings.");
+    TellStatus(smooth ? "Smoothed into row " + std::to_string(row + 1) + "."
+                      : "Copied into row " + std::to_string(row + 1) +
+                            ": smoothing is off in the settings.");
 }
+
+/// What the energy calibration locks in the main view.
+void EnableForCalibration(bool on) {
+    VaelAnaView& v = frmVaelAna;
+    v.cmdFiles[0].Enabled = on;
+    v.cmdFiles[1].Enabled = on;
+    for (Button& button : v.cmdEnergy) button.Enabled = on;
+    for (Button& button : v.cmdOperation) button.Enabled = on;
+}
+
+}  // namespace
+
+bool NothingThere() {
+    if (Item(store.GraphList, GraphNo()).State != 0) return false;
+    if (store.GraphTotal == 0) {
+        (void)InsertGraph();
+        return true;
+    }
+    TellStatus("There is no spectrum in this row.");
+    return true;
+}
+
+void mnuSmooth() { SmoothRow(settings.SmoothingOn == 1); }
+
+void Smooting_Calib() { SmoothRow(true); }
 
 void mnuBackGround() {
     if (NothingThere()) return;
@@ -368,6 +372,17 @@ void cmdOperationInit() {
     buttons[3].Enabled = true;  // "AutoFitting" had switched it off
     buttons[1].Enabled = false;
     buttons[4].Enabled = false;
+    if (frmVaelAna.Calibrating) EnableForCalibration(false);
+}
+
+void EneCalStart() {
+    frmVaelAna.Calibrating = true;
+    EnableForCalibration(false);
+}
+
+void EneCalEnd() {
+    frmVaelAna.Calibrating = false;
+    EnableForCalibration(true);
 }
 
 void SetEGCParam(const std::array<double, 3>& coef) {

@@ -15,6 +15,8 @@ namespace vael {
 
 /// Smooths into a new row "Smooth" at row 0, or in place when the row is a smoothed copy already.
 void mnuSmooth();
+/// The same with the smoothing always done, whatever the settings say.
+void Smooting_Calib();
 /// Background and removed counts into the rows "BackGraund" (row 1) and "BackRemv" (row 0, which is
 /// current afterwards).
 void mnuBackGround();
@@ -36,8 +38,12 @@ void StoreBackRemoved(int src, int back, int removed);
 
 /// All rows away, both windows empty.
 void ClearAllData();
-/// Start state of the operation buttons.
+/// Start state of the operation buttons; they stay locked while a calibration is open.
 void cmdOperationInit();
+/// The energy calibration begins: open, save, both energy buttons and all operation buttons are
+/// locked; and ends: all of them are free.
+void EneCalStart();
+void EneCalEnd();
 /// The calibration's text: each coefficient in array order, so that the constant term stands where
 /// the label says square; it is kept as it stands.
 void SetEGCParam(const std::array<double, 3>& coef);

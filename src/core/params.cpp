@@ -4,6 +4,7 @@
 #include "analysis/frmmanualfit.h"
 #include "analysis/frmroireport.h"
 #include "analysis/roicommands.h"
+#include "calibration/frmdialogcalibc.h"
 #include "core/expand.h"
 #include "core/fault.h"
 #include "core/frmlog.h"
@@ -17,6 +18,7 @@
 #include "core/wholefile.h"
 #include "core/windows.h"
 #include "files/filevael.h"
+#include "lattice/frmatom.h"
 #include "lattice/frmpeakcal.h"
 #include "lattice/reflectionmarkcommands.h"
 #include "toolkit/hand.h"
@@ -37,8 +39,9 @@ struct SystemFile {
     ParamRecord Second{};
 };
 
-constexpr const char* SYSTEM_FILE = "/syspara_a.xpr";
 constexpr const char* INI_FILE = "/VaelAna.ini";
+
+std::string SystemFilePath() { return store.ProgramFolder + PATH_SEPARATOR + SYSTEM_FILE; }
 
 void IniDefaults() {
     SetDefault();
@@ -64,14 +67,23 @@ std::string CurrentFolder() {
 }
 
 /// Makes a folder the current one; where it is not there, the process stays where it is.
-void ChangeFolder(std::string folder) {
-    std::replace(folder.begin(), folder.end(), '\\', PATH_SEPARATOR);
+void ChangeFolder(const std::string& folder) {
     std::error_code none;
     std::filesystem::current_path(folder, none);
 }
 
-/// Steps 2 to 14 of start-up. Dialogs start in the folder that is current then.
-void LoadSteps(const std::string& userFolder) {
+/// The folder that dialogs start in after the second entry: below the program's own, made when it
+/// is missing. Where it cannot be made or entered the process stays where it is.
+std::string UserDataPlace() {
+    const std::string place = store.ProgramFolder + PATH_SEPARATOR + "UserData";
+    std::error_code none;
+    std::filesystem::create_directory(place, none);
+    return place;
+}
+
+/// Steps 2 to 14 of start-up. Dialogs start in the folder that is current then: `enter`, where it
+/// can be entered. `userFolder` is what the store says of it.
+void LoadSteps(const std::string& userFolder, const std::string& enter) {
     VaelAnaView& v = frmVaelAna;
     for (std::size_t row = 0; row < GRAPH_COUNT; ++row) {
         store.SlotUsed[row] = FALSE_WORD;
@@ -83,16 +95,16 @@ void LoadSteps(const std::string& userFolder) {
     store.HandPeaks = {};
     store.Rois = {};
     store.FitSource = {};
+    frmAtom.InitAtom();
     ClearReflectionMarks();
 
     store.UserDataFolder = userFolder;
-    ChangeFolder(userFolder);
+    ChangeFolder(enter);
     const PathPieces folder = SplitFilePath(CurrentFolder() + "*.*");
     store.DataDrive = folder.Drive;
     store.DataFolder = folder.Folder;
 
-    if (ReadSystemPara(store.ProgramFolder + SYSTEM_FILE, store.DefaultParam) == TRUE_WORD)
-        SetDefaultEgc(0);
+    if (ReadSystemPara(SystemFilePath(), store.DefaultParam) == TRUE_WORD) SetDefaultEgc(0);
 
     store.SpanCh = DEFAULT_CHANNELS;
     v.ActiveWin = 0;
@@ -270,23 +282,25 @@ void Form_Load(const std::string& programFolder) {
     store.ProgramFolder = programFolder;
     store.FixedDefault = 1;  // set before the file is read: its second record is not there
     frmLog.Visible = false;
+    frmAtom.Visible = false;
     frmRoiReport.Visible = false;
     DefaultColours();
-    LoadSteps(CurrentFolder());
+    LoadSteps(CurrentFolder(), CurrentFolder());
     ReadIni(store.ProgramFolder + INI_FILE);
     RefreshRoiReport();
     frmVaelAna.Visible = true;
 }
 
-void Form_Load_Proc() { LoadSteps("\\UserData\\"); }
+void Form_Load_Proc() { LoadSteps("\\UserData\\", UserDataPlace()); }
 
 void ExitProc() {
-    if (CheckNoSave() == TRUE_WORD) return;
+    if (CheckNoSave() == TRUE_WORD || !CalibrationMayGo()) return;
     EndPeakCal();  // its log is ended and may be kept
+    Unload(frmAtom);
     Unload(frmRoiReport);
     Unload(frmLog);
     Unload(frmSelGraph);
-    WriteSystemPara(store.ProgramFolder + SYSTEM_FILE, store.DefaultParam);
+    WriteSystemPara(SystemFilePath(), store.DefaultParam);
     WriteIni(store.ProgramFolder + INI_FILE);
     TheDesk().Quit();
 }

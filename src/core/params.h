@@ -8,6 +8,9 @@
 
 namespace vael {
 
+/// Name of the parameter file in the program's folder.
+inline constexpr const char* SYSTEM_FILE = "syspara_a.xpr";
+
 /// Blocks 1 to 6 of `syspara_a.xpr` into `param`, the colour table, the display block and the
 /// settings. -1 on success; 0 when anything failed, silently, with nothing changed.
 std::int16_t ReadSystemPara(const std::string& path, ParamRecord& param);

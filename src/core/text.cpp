@@ -80,11 +80,14 @@ std::string FormatScientific(double value, std::string_view format, std::size_t 
     number.Digits.resize(static_cast<std::size_t>(decimals + 1), '0');
     out += number.Digits[0];
     if (point != std::string_view::npos) out += '.';
-    out += number.Digits.substr(1);
+    std::string fraction = number.Digits.substr(1);
+    while (!fraction.empty() && mantissa[point + fraction.size()] == '#' && fraction.back() == '0')
+        fraction.pop_back();
+    out += fraction;
     const int power = zero ? 0 : number.Exponent - 1;
     std::string digits = std::to_string(std::abs(power));
     if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
-    return out + "E" + (power < 0 ? "-" : "+") + digits;
+    return out + format[mark] + (power < 0 ? "-" : "+") + digits;
 }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -131,7 +134,8 @@ bool FormatQuickly(double value, std::string_view format, std::string& out) {
 std::string FormatNumber(double value, std::string_view format) {
     if (!std::isfinite(value)) return std::isnan(value) ? "nan" : value < 0 ? "-inf" : "inf";
     if (std::string quick; FormatQuickly(value, format, quick)) return quick;
-    const auto scientific = format.find("E+");
+    auto scientific = format.find("E+");
+    if (scientific == std::string_view::npos) scientific = format.find("e+");
     if (scientific != std::string_view::npos) return FormatScientific(value, format, scientific);
 
     const auto endOfDigits = format.find_first_not_of("#0.");
@@ -189,6 +193,17 @@ double RoundHalfAway(double value, int digits) {
 }
 
 std::string WholeText(long long value) { return (value < 0 ? "" : " ") + std::to_string(value); }
+
+std::string NumberText(double value) {
+    constexpr int digits = 15;  // what a binary number of 8 bytes keeps for certain
+    std::array<char, 40> text;
+    const char* const end = std::to_chars(text.data(), text.data() + text.size(), value,
+                                          std::chars_format::general, digits)
+                                .ptr;
+    std::string out(static_cast<const char*>(text.data()), end);
+    std::replace(out.begin(), out.end(), 'e', 'E');
+    return out;
+}
 
 void AddRight(std::string& line, std::int64_t value, std::size_t columns) {
     std::array<char, 20> digits;

@@ -13,10 +13,11 @@
 namespace vael {
 
 /// Text of a number by a format: "0" a digit that always prints, "#" one that prints only when
-/// needed, "." the point (always printed), "0.00000E+000" scientific; other characters behind the
-/// digits stand as they are ("##0K"). The number's 15 significant decimal digits are rounded to the
-/// digits behind the point, half away from zero; the integer part prints in full; a negative number
-/// that rounds to zero prints no sign; a format of only "#" prints nothing for 0.
+/// needed, "." the point (always printed), "0.00000E+000" or "0.####e+000" scientific; other
+/// characters behind the digits stand as they are ("##0K"). The number's 15 significant decimal
+/// digits are rounded to the digits behind the point, half away from zero; the integer part prints
+/// in full; a negative number that rounds to zero prints no sign; a format of only "#" prints
+/// nothing for 0.
 [[nodiscard]] std::string FormatNumber(double value, std::string_view format);
 
 /// `FormatNumber`, padded on the right with blanks so that a column keeps its points in line.
@@ -27,6 +28,10 @@ namespace vael {
 
 /// Text of a whole number as list output gives it: a blank (or "-"), the digits, no trailing blank.
 [[nodiscard]] std::string WholeText(long long value);
+
+/// Text of a floating number with up to 15 significant digits and no more than it needs:
+/// "0.03162861", "1.2E-09".
+[[nodiscard]] std::string NumberText(double value);
 
 /// Appends a whole number right-aligned in `columns`; one that is wider stands in full.
 void AddRight(std::string& line, std::int64_t value, std::size_t columns);

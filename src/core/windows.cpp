@@ -7,6 +7,7 @@
 #include "core/cursors.h"
 #include "core/fault.h"
 #include "core/frmdialogmessage.h"
+#include "core/frmgrpcalc.h"
 #include "core/frmlog.h"
 #include "core/graphs.h"
 #include "core/pointing.h"
@@ -16,6 +17,7 @@
 #include "core/text.h"
 #include "core/units.h"
 #include "files/frmproperty.h"
+#include "lattice/frmatom.h"
 #include "lattice/frmpeakcal.h"
 #include "lattice/reflectionmarkcommands.h"
 
@@ -253,6 +255,7 @@ void RedrawWindow(int win) {
     Engine().Target(win).Canvas = &plot.Paper();
     Engine().Target(win).BackColor = Item(store.ColorTable, ROLE_WINDOW_BACK + win);
     Engine().DropMarks(win);  // the new picture has none
+    PutElementMarks(win);
     for (const GraphEntry& entry : store.GraphList)
         if (Draws(win, entry)) ColourRegions(entry.DataNo);
     Engine().Replot(win);
@@ -277,7 +280,9 @@ void RedrawBoth() {
 void RefreshReports() {
     RefreshPeakReport();
     RefreshProperty();
+    RefreshElementMarks();
     RefreshPeakCal();
+    RefreshGrpCalc();
     if (frmRoiReport.Visible) RefreshRoiReport();
 }
 

@@ -17,6 +17,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -44,7 +45,9 @@ using Again = std::function<void()>;
 // --- what of a record a widget shows -----------
 
 auto Common(const Control& c) { return std::tie(c.Enabled, c.Visible, c.Withheld, c.Tip); }
-auto Fields(const Button& c) { return std::tuple_cat(Common(c), std::tie(c.Caption, c.Shortcut)); }
+auto Fields(const Button& c) {
+    return std::tuple_cat(Common(c), std::tie(c.Caption, c.Shortcut, c.Fill));
+}
 auto Fields(const CheckBox& c) {
     return std::tuple_cat(Common(c), std::tie(c.Caption, c.Value, c.Ink, c.Filled));
 }
@@ -83,7 +86,31 @@ std::tuple<std::decay_t<T>...> Kept(const std::tuple<T...>& seen) {
 
 // --- buttons, boxes, options -----------
 
+/// Carries the right mouse button, and the pointer or the focus that comes, to a button's record.
+class ButtonWatch : public QObject {
+public:
+    ButtonWatch(Button& record, QAbstractButton& widget) : QObject(&widget), record_(record) {
+        widget.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const auto type = event->type();
+        if (type == QEvent::Enter || type == QEvent::FocusIn) Hover(record_);
+        if (type != QEvent::MouseButtonRelease) return false;
+        const auto& mouse = *static_cast<QMouseEvent*>(event);
+        const auto& widget = *static_cast<QWidget*>(watched);
+        if (mouse.button() == Qt::RightButton && widget.rect().contains(mouse.pos()))
+            RightClick(record_);
+        return false;
+    }
+
+private:
+    Button& record_;
+};
+
 void Wire(Button& record, QAbstractButton& widget, const Again& again) {
+    if (record.RightClick || record.Hover) new ButtonWatch(record, widget);  // goes with the widget
     QObject::connect(&widget, &QAbstractButton::clicked, &widget, [&record, again] {
         Click(record);
         again();
@@ -103,8 +130,26 @@ void BringShortcut(const Button& record, QAbstractButton& widget) {
     shortcut->setEnabled(record.Usable() && !record.Shortcut.empty());
 }
 
+/// A ground of the record's, with letters that are read on it in any palette.
+void BringFill(const Button& record, QAbstractButton& widget) {
+    constexpr const char* mark = "filled";
+    if (record.Fill == 0 && !widget.property(mark).toBool()) return;
+    widget.setProperty(mark, record.Fill != 0);
+    QPalette palette = QApplication::palette();
+    if (record.Fill != 0) {
+        const QColor ground = vael::ToQt(record.Fill);
+        palette.setColor(QPalette::Button, ground);
+        palette.setColor(QPalette::ButtonText, qGray(ground.rgb()) > 128 ? Qt::black : Qt::white);
+    }
+    widget.setPalette(palette);
+    // The style would shade the ground, up to a light one that nobody tells from the others.
+    widget.setAutoFillBackground(record.Fill != 0);
+    if (auto* push = qobject_cast<QPushButton*>(&widget)) push->setFlat(record.Fill != 0);
+}
+
 void Bring(const Button& record, QAbstractButton& widget) {
     widget.setText(Words(record.Caption));
+    BringFill(record, widget);
     BringShortcut(record, widget);
     // A button of an icon or a sign has no words of its own for a reader that cannot see it.
     const QString words = widget.text();

@@ -6,21 +6,31 @@
 #include "analysis/frmpeakreport.h"
 #include "analysis/frmroireport.h"
 #include "analysis/frmsetting.h"
+#include "calibration/frmcalibcurv.h"
+#include "calibration/frmdialogcalibc.h"
 #include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
+#include "core/frmgrpcalc.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "desktop/icons.h"
 #include "files/frmproperty.h"
+#include "lattice/frmatom.h"
+#include "lattice/frmelement.h"
 #include "lattice/frmpeakcal.h"
+#include "ui_frmatom.h"
+#include "ui_frmcalibcurv.h"
+#include "ui_frmdialogcalibc.h"
 #include "ui_frmdialogload.h"
 #include "ui_frmdialogmessage.h"
 #include "ui_frmdisppara.h"
+#include "ui_frmelement.h"
 #include "ui_frmexpandsetting.h"
+#include "ui_frmgrpcalc.h"
 #include "ui_frminput.h"
 #include "ui_frminputfitparameter.h"
 #include "ui_frmlog.h"
@@ -72,6 +82,7 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmInput, FromUi<Ui::frmInput>()));
     forms.push_back(std::make_unique<Form>(frmDispPara, FromUi<Ui::frmDispPara>()));
     forms.push_back(std::make_unique<Form>(frmExpandSetting, FromUi<Ui::frmExpandSetting>()));
+    forms.push_back(std::make_unique<Form>(frmGrpCalc, FromUi<Ui::frmGrpCalc>()));
     forms.push_back(std::make_unique<Form>(frmSetting, FromUi<Ui::frmSetting>()));
     forms.push_back(std::make_unique<Form>(frmPeakReport, FromUi<Ui::frmPeakReport>()));
     forms.push_back(std::make_unique<Form>(frmRoiReport, FromUi<Ui::frmRoiReport>()));
@@ -80,6 +91,10 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmManualFit, FromUi<Ui::frmManualFit>()));
     forms.push_back(
         std::make_unique<Form>(frmInputFitParameter, FromUi<Ui::frmInputFitParameter>()));
+    forms.push_back(std::make_unique<Form>(frmElement, FromUi<Ui::frmElement>()));
+    forms.push_back(std::make_unique<Form>(frmAtom, FromUi<Ui::frmAtom>()));
+    forms.push_back(std::make_unique<Form>(frmDialogCalibC, FromUi<Ui::frmDialogCalibC>()));
+    forms.push_back(std::make_unique<Form>(frmCalibCurv, FromUi<Ui::frmCalibCurv>()));
     return forms;
 }
 

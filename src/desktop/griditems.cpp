@@ -15,6 +15,7 @@
 #include <QStyledItemDelegate>
 
 #include <algorithm>
+#include <utility>
 
 namespace vael {
 
@@ -100,10 +101,15 @@ public:
         if (role != Qt::EditRole || record_ == nullptr) return false;
         const std::string text = value.toString().toStdString();
         if (text == At(index).Text) return true;
+        moved_ = false;
         const bool taken = Edit(*record_, index.column() + 1, index.row() + 1, text);
+        moved_ = record_->Row != index.row() + 1 || record_->Col != index.column() + 1;
         again_();
         return taken;
     }
+
+    /// Whether the last typing has moved the current cell by itself; told once.
+    [[nodiscard]] bool TakeMoved() { return std::exchange(moved_, false); }
 
 private:
     void TakeCell(const Grid& record, int column, int row) {
@@ -121,6 +127,7 @@ private:
 
     Grid* record_ = nullptr;
     std::function<void()> again_;
+    bool moved_ = false;
     int columns_ = 0;
     int rows_ = 0;
     std::vector<Grid::Cell> cells_{1};
@@ -305,11 +312,15 @@ void GridWidget::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 /// Tab in a cell that is typed over goes on to the next cell, and with it the current one of the
-/// record.
+/// record; where the record has moved the current cell itself, it stays there.
 void GridWidget::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    bool onward = hint == QAbstractItemDelegate::EditNextItem ||
+                  hint == QAbstractItemDelegate::EditPreviousItem;
+    if (onward && model_->TakeMoved()) {
+        hint = QAbstractItemDelegate::NoHint;
+        onward = false;
+    }
     QTableView::closeEditor(editor, hint);
-    const bool onward = hint == QAbstractItemDelegate::EditNextItem ||
-                        hint == QAbstractItemDelegate::EditPreviousItem;
     const QModelIndex now = currentIndex();
     if (!onward || record_ == nullptr || !now.isValid()) return;
     if (record_->Row == now.row() + 1 && record_->Col == now.column() + 1) return;

@@ -232,8 +232,8 @@ std::optional<FileChoice> QtDesk::SaveFile(const FileDialog& dialog) {
     choice.FilterIndex = index < 0 ? dialog.FilterIndex : static_cast<int>(index) + 1;
     if (QFileInfo(path).suffix().isEmpty()) {
         const QString mask = box.selectedNameFilter().section(QStringLiteral("*."), 1);
-        path +=
-            QLatin1Char('.') + mask.section(QLatin1Char(')'), 0, 0).section(QLatin1Char(' '), 0, 0);
+        if (!path.endsWith(QLatin1Char('.'))) path += QLatin1Char('.');
+        path += mask.section(QLatin1Char(')'), 0, 0).section(QLatin1Char(' '), 0, 0);
     }
     choice.Paths.push_back(path.toStdString());
     return choice;

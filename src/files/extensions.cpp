@@ -76,8 +76,10 @@ std::int16_t WriteCsv(const std::string& path, const WriteSource& source, const 
     return SaveCsv(path, source.Data, source.Prop, talk);
 }
 
+constexpr std::string_view DIGITS = "###";  // stands for them, and is no extension itself
+
 constexpr auto KINDS =
-    std::to_array<FileKind>({{"###", "native binary counts", ReadXbm, nullptr},
+    std::to_array<FileKind>({{DIGITS.data(), "native binary counts", ReadXbm, nullptr},
                              {"chn", "Ortec CHN", ReadChn, nullptr},
                              {"cnf", "Genie CNF", ReadCnf, nullptr},
                              {"rpt", "Genie report", ReadRpt, WriteRpt},
@@ -95,9 +97,10 @@ std::span<const FileKind> FileKinds() { return KINDS; }
 
 const FileKind* KindOf(const std::string& path) {
     const std::string own = LowerCase(SplitFilePath(path).Ext);
-    const std::string extension = IsAllDigits(own) ? "###" : own;
-    const auto kind = std::find_if(KINDS.begin(), KINDS.end(),
-                                   [&](const FileKind& k) { return extension == k.Extension; });
+    const bool digits = IsAllDigits(own);
+    const auto kind = std::find_if(KINDS.begin(), KINDS.end(), [&](const FileKind& k) {
+        return k.Extension == DIGITS ? digits : own == k.Extension;
+    });
     return kind == KINDS.end() ? nullptr : &*kind;
 }
 
@@ -109,7 +112,7 @@ std::int16_t ReadByExtension(const std::string& path, ReadTarget target, PeakTab
     for (const FileKind& k : KINDS)
         if (k.Read != nullptr)
             known += (known.empty() ? "" : ", ") +
-                     std::string(k.Extension == std::string_view("###") ? "digits" : k.Extension);
+                     std::string(k.Extension == DIGITS ? "digits" : k.Extension);
     talk.log(path + ": an extension that can be read was expected (" + known + "), not \"" +
              LowerCase(SplitFilePath(path).Ext) + "\".");
     return FALSE_WORD;

@@ -3,7 +3,6 @@
 
 #include "core/fault.h"
 #include "core/text.h"
-#include "core/units.h"
 #include "files/npdlines.h"
 #include "files/trip.h"
 
@@ -77,16 +76,7 @@ void WriteNpdText(std::ostream& out, const SpectrumData& data, const PropertyRec
     out << ',' << END << ',' << END << ',' << END;
     out << "Data length, " << data.DataNo << END;
     out << "Counting sec, " << three(live ? p.LiveTime : p.RealTime) << END;
-    std::string line;
-    for (int i = 0; i < data.DataNo; ++i) {
-        line = std::to_string(i + 1);
-        line += ',';
-        line += FormatNumber(ChToEnergy(i + 1.0, p.EgcCoef), "0.0000");
-        line += ',';
-        line += std::to_string(Item(data.Count, i));
-        line += END;
-        out << line;
-    }
+    out << ChannelLines(data, p.EgcCoef, "0.0000");
 }
 
 std::int16_t SaveNpd(const std::string& path, const SpectrumData& data, const PropertyRecord& prop,

@@ -44,7 +44,11 @@ void ReadChnBody(std::istream& in, ReadTarget target, std::string* note) {
     reader.Field(offset);
     reader.Field(slope);
     target.Prop.Param.EgcCoef = {offset, slope, 0.0};
-    if (reader.Short() && note != nullptr) *note = ShortNote(reader);
+    if (note == nullptr) return;
+    if (count > kept)
+        *note = "of its " + std::to_string(count) + " channels the first " + std::to_string(kept) +
+                " are read";
+    if (reader.Short()) *note += (note->empty() ? "" : "; ") + ShortNote(reader);
 }
 
 std::int16_t LoadChn(const std::string& path, ReadTarget target, const FileTalk& talk) {

@@ -13,8 +13,9 @@ namespace vael {
 /// file that ends early reads as zeros from there on, with a line of the log.
 std::int16_t LoadChn(const std::string& path, ReadTarget target, const FileTalk& talk = {});
 
-/// The same from a stream; `note` gets a sentence about an input that ends early. Faults:
-/// FileContent for a negative number of channels, nothing changed.
+/// The same from a stream; `note` gets a sentence about an input that ends early, or that has more
+/// channels than a spectrum. Faults: FileContent for a negative number of channels, nothing
+/// changed.
 void ReadChnBody(std::istream& in, ReadTarget target, std::string* note = nullptr);
 
 }  // namespace vael

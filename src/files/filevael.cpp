@@ -3,7 +3,6 @@
 
 #include "core/fault.h"
 #include "core/text.h"
-#include "core/units.h"
 #include "files/textfile.h"
 #include "files/trip.h"
 
@@ -217,16 +216,7 @@ void WriteCsvText(std::ostream& out, const SpectrumData& data, const PropertyRec
     out << END << END;
     out << FormatNumber(data.DataNo, "###0") << ", , " << END;
     out << "Channel,Energy,Count" << END;
-    std::string row;
-    for (int i = 0; i < data.DataNo; ++i) {
-        row = std::to_string(i + 1);
-        row += ',';
-        row += FormatNumber(ChToEnergy(i + 1.0, p.EgcCoef), "###0.000");
-        row += ',';
-        row += std::to_string(Item(data.Count, i));
-        row += END;
-        out << row;
-    }
+    out << ChannelLines(data, p.EgcCoef, "###0.000");
 }
 
 std::int16_t SaveXbm(const std::string& path, const SpectrumData& data, const PropertyRecord& prop,

@@ -74,8 +74,9 @@ constexpr std::array<NumberField, 33> NUMBERS{{
 
 PropertyRecord& Record() { return Item(store.PropertyRecords, frmProperty.Slot); }
 
-/// Slot 0 under "Default": the sheet then shows and edits the default calibration.
-bool EditsDefaults() { return frmProperty.Slot == 0 && store.UseFileEgc == 0; }
+/// Slot 0 under "Default": a sheet that is filled now shows and edits the default calibration. What
+/// it was filled with goes back to where it came from, also when the choice has changed since then.
+bool TakesDefaults() { return frmProperty.Slot == 0 && store.UseFileEgc == 0; }
 
 // --- filling -----------
 
@@ -118,7 +119,7 @@ void ShowRow() {
     const int row = RowOfSlot(v.Slot);
     v.lblGraph.Caption =
         row < 0 ? "" : "Row " + std::to_string(row + 1) + "   " + Item(store.GraphList, row).Name;
-    v.lblNote.Caption = EditsDefaults()
+    v.lblNote.Caption = v.ShowsDefaults
                             ? "Under \"Default\" SAVE changes the default calibration, and this "
                               "spectrum's own numbers stay as they were."
                             : "";
@@ -149,7 +150,7 @@ void Store() {
     StoreText(v.txtMemo, record.Memo);
     for (const NumberField& number : NUMBERS) record.Param.*number.Field = (v.*number.Box).Value;
     StoreCalibration(record.Param);
-    if (EditsDefaults()) StoreCalibration(store.DefaultParam);
+    if (v.ShowsDefaults) StoreCalibration(store.DefaultParam);
 }
 
 /// Axis, cursor boxes, the list of rows and the reports follow what was stored.
@@ -238,7 +239,7 @@ void cmdOk_Click() {
     // 2. Under "Default" what was typed for slot 0 goes to the defaults and not to the spectrum:
     //    its numbers go back to what they were when the sheet first showed them, to the letter,
     //    also those that another command has changed since then.
-    if (EditsDefaults() && v.BackupMade) Record().Param = v.Backup;
+    if (v.ShowsDefaults && v.BackupMade) Record().Param = v.Backup;
     ShowStored();
     TellStatus("The properties of " + RowName() + " were taken over.");
     // 3. The file, where something was changed. Saving works on the current row.
@@ -381,7 +382,8 @@ void PropertyView::SetValue() {
     PropertyRecord& record = Record();
     const ParamRecord& param = record.Param;
     // 1. What SAVE puts back under "Default".
-    if (EditsDefaults() && !BackupMade) {
+    ShowsDefaults = TakesDefaults();
+    if (ShowsDefaults && !BackupMade) {
         Backup = param;
         BackupMade = true;
     }
@@ -400,7 +402,7 @@ void PropertyView::SetValue() {
     imnDeadTime.Value =
         param.RealTime == 0.0 ? 0.0 : (param.RealTime - param.LiveTime) / param.RealTime * 100.0;
     // 6. The calibration that the sheet edits.
-    ShowCalibration(EditsDefaults() ? store.DefaultParam : param);
+    ShowCalibration(ShowsDefaults ? store.DefaultParam : param);
     // 7.
     Changed = false;
     ShowRow();

@@ -19,8 +19,9 @@ struct PropertyView : View {
     void SetValue();
 
     int Slot = -1;
-    bool Changed = false;     // something was typed since the boxes were filled
-    bool BackupMade = false;  // `Backup` holds what slot 0 had when this sheet first showed it
+    bool Changed = false;        // something was typed since the boxes were filled
+    bool ShowsDefaults = false;  // the calibration in the boxes is the default one
+    bool BackupMade = false;     // `Backup` holds what slot 0 had when this sheet first showed it
     ParamRecord Backup{};
 
     Label lblGraph{*this, "lblGraph"};

@@ -3,6 +3,7 @@
 
 #include "core/cp932.h"
 #include "core/text.h"
+#include "core/units.h"
 
 #include <algorithm>
 #include <charconv>
@@ -10,7 +11,7 @@
 namespace vael {
 namespace {
 
-constexpr std::size_t PIECE = 1 << 16;  // bytes taken from the input at a time
+constexpr std::size_t PIECE = 1 << 14;  // bytes taken from the input at a time
 
 }  // namespace
 
@@ -106,6 +107,22 @@ std::string ReportNames(const PropertyRecord& prop) {
     return FitCp932(OneLine(prop.SampleName.View()), 20) +
            FitCp932(OneLine(prop.FileName.View()), 40) + DateToShow(OneLine(prop.OpDate.View())) +
            ' ' + TimeToShow(OneLine(prop.OpTime.View())) + "   ";
+}
+
+std::string ChannelLines(const SpectrumData& data, std::span<const double, 3> coef,
+                         std::string_view energyFormat) {
+    std::string lines;
+    const int count = data.DataNo;
+    lines.reserve(static_cast<std::size_t>(std::max(count, 0)) * 24);
+    for (int i = 0; i < count; ++i) {
+        AddRight(lines, i + 1, 0);
+        lines += ',';
+        lines += FormatNumber(ChToEnergy(i + 1.0, coef), energyFormat);
+        lines += ',';
+        AddRight(lines, Item(data.Count, i), 0);
+        lines += "\r\n";
+    }
+    return lines;
 }
 
 void TellTouchingCounts(const std::string& path, const SpectrumData& data, const FileTalk& talk) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <istream>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -55,6 +56,11 @@ inline constexpr std::size_t COUNT_COLUMNS = 7;
 /// The line of the names that stands behind the block: sample in 20 columns, file in 40, date and
 /// time, three blanks. A record with no date has its time 8 columns further left.
 [[nodiscard]] std::string ReportNames(const PropertyRecord& prop);
+
+/// A line "channel,energy,count" a channel, in CR LF: the channel from 1, its energy in keV by the
+/// record's own polynomial and a format, its count. Faults: Subscript for more than 8192 channels.
+[[nodiscard]] std::string ChannelLines(const SpectrumData& data, std::span<const double, 3> coef,
+                                       std::string_view energyFormat);
 
 /// Tells the log when a count of that block leaves no blank before it.
 void TellTouchingCounts(const std::string& path, const SpectrumData& data, const FileTalk& talk);

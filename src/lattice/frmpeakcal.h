@@ -134,8 +134,8 @@ inline PeakCalView frmPeakCal;
 /// file; nothing is opened then.
 void ShowPeakCal();
 
-/// While the view is shown: follows its slot's row, and ends when that has none any more. Peaks or a
-/// calibration that another command has changed end the match, as typing an angle does.
+/// While the view is shown: follows its slot's row, and ends when that has none any more. Peaks or
+/// a calibration that another command has changed end the match, as typing an angle does.
 void RefreshPeakCal();
 
 /// Ends an open view as its "Exit" does: end of the log, and the question where to keep it.

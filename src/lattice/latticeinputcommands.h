@@ -5,8 +5,8 @@
 
 namespace vael {
 
-/// The names of the first ten crystals into the list, in the order of the file; names that are blank
-/// are left out.
+/// The names of the first ten crystals into the list, in the order of the file; names that are
+/// blank are left out.
 void FillCrystalList();
 
 /// The crystal of the selected line, 0 to 30; -1 for none.

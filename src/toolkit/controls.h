@@ -26,7 +26,10 @@ struct Button : Control {
     /// "Ctrl+S", empty for none. A plain key is not taken while a box is typed in. A key that a
     /// menu item has already is not given to a button as well.
     std::string Shortcut;
+    Colour Fill = 0;  // its ground; 0 leaves it to the desktop
     Handler Click;
+    Handler RightClick;  // the right mouse button, released on it
+    Handler Hover;       // the pointer came over it, or the focus to it
 };
 
 /// Check box; `Value` is 0 or 1.

@@ -89,6 +89,15 @@ public:
 [[nodiscard]] Desk& TheDesk();
 void UseDesk(Desk* desk);
 
+/// The busy cursor for as long as it lives.
+class BusyCursor {
+public:
+    BusyCursor() { TheDesk().Busy(true); }
+    ~BusyCursor() { TheDesk().Busy(false); }
+    BusyCursor(const BusyCursor&) = delete;
+    BusyCursor& operator=(const BusyCursor&) = delete;
+};
+
 /// Puts a view on top of the others, or back among them, without moving, sizing or activating it.
 void TopMost(View& view);
 void NoTopMost(View& view);

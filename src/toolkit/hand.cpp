@@ -205,6 +205,16 @@ bool Click(Button& button) {
     return Deliver(button, [&] { RunIf(button.Click); });
 }
 
+bool RightClick(Button& button) {
+    if (!button.RightClick) return false;
+    return Deliver(button, [&] { button.RightClick(); });
+}
+
+bool Hover(Button& button) {
+    if (!button.Hover || !button.Usable() || !MayAct(button.Owner)) return false;
+    return RunEvent(button.Owner, button.Hover);
+}
+
 bool Click(Menu& item) {
     return Deliver(item, [&] { RunIf(item.Click); });
 }

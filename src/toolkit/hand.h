@@ -18,6 +18,8 @@ namespace vael {
 // view but the ones named below while a command runs. The hand remembers the box last typed in: an
 // act elsewhere in that view first runs the box's Leave, and is dropped when that returns false.
 bool Click(Button& button);
+bool RightClick(Button& button);
+bool Hover(Button& button);  // no act of its own: it asks no box that is being typed in
 bool Click(Menu& item);
 bool Click(Option& option);
 bool DoubleClick(Option& option);

@@ -1,5 +1,5 @@
 // vael-batch convert: forms, names, questions and exit status.
-#include "support/spectra.h"
+#include "support/smallforms.h"
 #include "support/world.h"
 
 #include "batch/convert.h"
@@ -30,10 +30,11 @@ Ran Converted(const std::string& to, const std::string& folder, std::vector<std:
     return {status, out.str(), err.str()};
 }
 
-/// The program itself, with its own reading of the words.
-Ran Program(const std::vector<std::string>& words) {
+/// The program itself, with its own reading of the words. `before` runs it.
+Ran Program(const std::vector<std::string>& words, const std::string& before = {},
+            const std::string& program = VAEL_BATCH) {
     const TempFolder folder;
-    std::string line = std::string("'") + VAEL_BATCH + "'";
+    std::string line = before + "'" + program + "'";
     for (const auto& word : words) line += " '" + word + "'";
     line += " >'" + folder.Path("out") + "' 2>'" + folder.Path("err") + "'";
     const int status = std::system(line.c_str());
@@ -102,6 +103,103 @@ TEST(Convert, EveryFormThatIsWrittenHasItsFile) {
         EXPECT_EQ(Converted(to, folder.Path("out"), {npd}).Status, 0) << to;
         EXPECT_EQ(BytesOf(folder.Path("out/a." + to)).substr(0, beginning.size()), beginning);
     }
+}
+
+TEST(Convert, EveryFormThatIsReadIsConverted) {
+    TempFolder folder;
+    const std::vector<SmallForm> forms = SmallForms();
+    std::vector<std::string> paths;
+    for (const SmallForm& form : forms) paths.push_back(folder.Write(form.Name, form.Bytes));
+    const Ran ran = Converted("csv", folder.Path("out"), paths);
+    EXPECT_EQ(ran.Status, 0);
+    EXPECT_EQ(ran.Err, "");
+    for (const SmallForm& form : forms) {
+        const std::string text = BytesOf(folder.Path("out/" + ConvertedName(form.Name, "csv")));
+        EXPECT_NE(text.find("\r\n" + std::to_string(form.Channels) + ", , \r\n"), std::string::npos)
+            << form.Name;
+        const auto rows = text.find("Channel,Energy,Count\r\n");
+        ASSERT_NE(rows, std::string::npos) << form.Name;
+        std::istringstream lines(text.substr(rows));
+        std::string line;
+        std::getline(lines, line);
+        for (const std::int32_t count : form.First) {
+            std::getline(lines, line);
+            EXPECT_EQ(line.substr(line.rfind(',') + 1), std::to_string(count) + "\r") << form.Name;
+        }
+    }
+}
+
+TEST(Convert, NoFileIsWrittenOverItself) {
+    TempFolder folder;
+    const std::string text = NpdText({5, 6, 7});
+    const std::string npd = folder.Write("a.npd", text);
+    std::filesystem::create_directory_symlink(folder.Path(), folder.Path("link"));
+    for (const std::string out : {folder.Path(), folder.Path("link"), folder.Path() + "/."})
+        for (const bool force : {true, false}) {
+            const Ran ran = Converted("npd", out, {npd}, force);
+            EXPECT_EQ(ran.Status, 1);
+            EXPECT_EQ(ran.Out, "");
+            EXPECT_EQ(ran.Err,
+                      npd + ": it would be written over itself; --out takes another folder.\n");
+            EXPECT_EQ(BytesOf(npd), text);
+        }
+}
+
+TEST(Convert, ABareLfAngleFileIsRefusedWithItsReason) {
+    TempFolder folder;
+    const std::string raw = folder.Write("a.raw", "1,5\n2,6\n");
+    const Ran ran = Converted("csv", folder.Path("out"), {raw});
+    EXPECT_EQ(ran.Status, 1);
+    EXPECT_EQ(ran.Err, raw +
+                           ": its lines end in LF alone: the channel count stays 0, as the slot "
+                           "had it.\n");
+    EXPECT_FALSE(FileExists(folder.Path("out/a.csv")));
+}
+
+TEST(Convert, WhatIsSaidInABoxIsNoReasonWhereTheLogHasOne) {
+    TempFolder folder;
+    const std::string cnf = folder.Write("a.cnf", "short");
+    EXPECT_EQ(Converted("csv", folder.Path("out"), {cnf}).Err,
+              cnf + ": offset 5: the file ends, the byte at offset 11 was expected.\n");
+    const std::string npd = folder.Write("a.npd", NpdText({5}));
+    std::filesystem::create_directories(folder.Path("out/a.csv"));
+    EXPECT_EQ(Converted("csv", folder.Path("out"), {npd}, true).Err,
+              npd + ": " + folder.Path("out/a.csv") + ": it is a folder, a file was expected.\n");
+}
+
+TEST(Convert, WhatMayNotBeReadOrWrittenIsNamedAndNothingIsLeftBehind) {
+    if (::getuid() != 0) GTEST_SKIP() << "run as root, which gives its rights up";
+    const TempFolder folder;
+    std::filesystem::permissions(folder.Path(), std::filesystem::perms(0755));
+    std::filesystem::copy_file(VAEL_BATCH, folder.Path("vael-batch"));
+    const auto nobody = [&](const std::string& out, const std::vector<std::string>& files) {
+        std::vector<std::string> words{"convert", "--to", "csv", "--force", "--out", out};
+        words.insert(words.end(), files.begin(), files.end());
+        return Program(words, "setpriv --reuid 65534 --clear-groups ", folder.Path("vael-batch"));
+    };
+    const std::string open = folder.Write("open.npd", NpdText({5, 6}));
+    std::filesystem::permissions(open, std::filesystem::perms(0644));
+    const std::string secret = folder.Write("secret.npd", NpdText({5, 6}));
+    std::filesystem::permissions(secret, std::filesystem::perms(0600));
+    const std::string taken = folder.Path("taken");
+    std::filesystem::create_directory(taken);
+    std::filesystem::permissions(taken, std::filesystem::perms(0755));
+
+    Ran ran = nobody(taken, {open});
+    EXPECT_EQ(ran.Status, 1);
+    EXPECT_EQ(ran.Out, "");
+    EXPECT_EQ(ran.Err, open + ": " + taken + "/open.csv: Permission denied.\n");
+    EXPECT_TRUE(std::filesystem::is_empty(taken));
+
+    std::filesystem::permissions(taken, std::filesystem::perms(0777));
+    ran = nobody(taken, {secret, open});
+    EXPECT_EQ(ran.Status, 1);
+    EXPECT_EQ(ran.Out, taken + "/open.csv\n");
+    EXPECT_EQ(ran.Err, secret + ": Permission denied.\n");
+
+    ran = nobody(folder.Path("none/below"), {open});
+    EXPECT_EQ(ran.Status, 2);
+    EXPECT_EQ(ran.Err, "vael-batch: " + folder.Path("none/below") + ": Permission denied.\n");
 }
 
 TEST(Convert, AFileThatExistsIsReplacedByForceOnly) {

@@ -47,6 +47,25 @@ TEST(FormatNumber, IntegerDigitsPrintInFullAndZerosPad) {
     EXPECT_EQ(FormatNumber(1e20, "0"), "100000000000000000000");
 }
 
+TEST(NumberText, GivesTheDigitsThatTheNumberNeeds) {
+    EXPECT_EQ(NumberText(0.03162861), "0.03162861");
+    EXPECT_EQ(NumberText(-1.2e-9), "-1.2E-09");
+    EXPECT_EQ(NumberText(0.1 + 0.2), "0.3");
+    EXPECT_EQ(NumberText(0.0), "0");
+    EXPECT_EQ(NumberText(100.0), "100");
+    EXPECT_EQ(NumberText(1.0 / 3.0), "0.333333333333333");
+}
+
+TEST(FormatNumber, ScientificFormLeavesOutDigitsThatItDoesNotNeedAndKeepsItsPoint) {
+    EXPECT_EQ(FormatNumber(0.03162861, "0.####e+000"), "3.1629e-002");
+    EXPECT_EQ(FormatNumber(0.03, "0.####e+000"), "3.e-002");
+    EXPECT_EQ(FormatNumber(-0.052, "0.####e+000"), "-5.2e-002");
+    EXPECT_EQ(FormatNumber(0.0, "0.####e+000"), "0.e+000");
+    EXPECT_EQ(FormatNumber(1.20003e12, "0.####e+000"), "1.2e+012");
+    EXPECT_EQ(FormatNumber(10.204, "0.0###e+000"), "1.0204e+001");
+    EXPECT_EQ(FormatNumber(10.0, "0.0###e+000"), "1.0e+001");
+}
+
 TEST(FormatNumber, ScientificFormHasThreeExponentDigits) {
     EXPECT_EQ(FormatNumber(0.0316385, "0.00000E+000"), "3.16385E-002");
     EXPECT_EQ(FormatNumber(0.0, "0.00000E+000"), "0.00000E+000");

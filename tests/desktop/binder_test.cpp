@@ -25,6 +25,7 @@ namespace vael {
 namespace {
 
 using test::DeskWorld;
+using test::OnDialog;
 using test::ScriptedQtDesk;
 
 QString Q(const std::string& text) { return QString::fromStdString(text); }
@@ -419,16 +420,6 @@ TEST(Desk, AMessageBoxIsAQuestionWithItsDefault) {
     };
     EXPECT_EQ(answer(Qt::Key_Return), Answer::No);  // the default button
     EXPECT_EQ(answer(Qt::Key_Escape), Answer::No);
-}
-
-/// Acts on the dialog that a call opens.
-template <class Dialog>
-void OnDialog(std::function<void(Dialog&)> act) {
-    QTimer::singleShot(0, [act] {
-        auto* box = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-        ASSERT_NE(box, nullptr);
-        act(*box);
-    });
 }
 
 constexpr const char* TWO_KINDS =

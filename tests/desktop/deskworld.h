@@ -6,6 +6,7 @@
 #include "core/store.h"
 #include "desktop/qtdesk.h"
 #include "desktop/widgets.h"
+#include "support/folderofprocess.h"
 #include "support/freshviews.h"
 #include "support/spectra.h"
 #include "toolkit/hand.h"
@@ -18,6 +19,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -26,6 +28,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <deque>
 #include <filesystem>
 #include <fstream>
@@ -44,8 +47,10 @@ public:
     std::deque<Answer> Answers;
     std::vector<std::string> Asked;
     bool HasQuit = false;
+    bool OwnDialogs = false;  // the program's own dialogs and questions, which the test works
 
-    std::optional<FileChoice> OpenFiles(const FileDialog&) override {
+    std::optional<FileChoice> OpenFiles(const FileDialog& dialog) override {
+        if (OwnDialogs) return QtDesk::OpenFiles(dialog);
         if (Files.empty()) {
             ADD_FAILURE() << "nobody expected an open dialog";
             return std::nullopt;
@@ -57,6 +62,7 @@ public:
     }
     std::optional<FileChoice> SaveFile(const FileDialog& dialog) override {
         SaveDialogs.push_back(dialog);
+        if (OwnDialogs) return QtDesk::SaveFile(dialog);
         if (Saves.empty()) {
             ADD_FAILURE() << "nobody expected a save dialog";
             return std::nullopt;
@@ -68,6 +74,7 @@ public:
     }
     Answer Ask(const Question& question) override {
         Asked.push_back(question.Text);
+        if (OwnDialogs) return QtDesk::Ask(question);
         if (Answers.empty()) {
             ADD_FAILURE() << "nobody expected the question: " << question.Text;
             return question.Default();
@@ -89,6 +96,31 @@ public:
     std::vector<std::string> OpenedTexts;
     bool EditorStarts = true;
 };
+
+/// Acts on the next dialog of a kind that opens while one waits for it. What the act leaves open is
+/// closed, so that a test that fails does not wait for ever.
+template <class Dialog>
+void OnDialog(std::function<void(Dialog&)> act) {
+    auto* clock = new QTimer(qApp);
+    const auto begun = std::chrono::steady_clock::now();
+    QObject::connect(clock, &QTimer::timeout, clock, [clock, begun, act] {
+        auto* box = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        const bool late = std::chrono::steady_clock::now() - begun > std::chrono::seconds(30);
+        if (box == nullptr && !late) return;
+        clock->stop();
+        clock->deleteLater();
+        if (box == nullptr) {
+            ADD_FAILURE() << "the dialog never came";
+            return;
+        }
+        const QPointer<Dialog> still(box);
+        act(*box);
+        if (still.isNull() || !still->isVisible()) return;
+        ADD_FAILURE() << "the dialog was left open";
+        still->reject();
+    });
+    clock->start(1);
+}
 
 struct DeskWorld {
     DeskWorld() {
@@ -244,6 +276,7 @@ struct DeskWorld {
     }
 
     QTemporaryDir Folder;
+    FolderOfProcess Here;
     ScriptedQtDesk Desk;
     std::vector<std::string> Faults;
     std::set<std::string> Pressed;
@@ -259,6 +292,13 @@ inline std::string MeasuredFile(const std::string& name) {
 inline QImage PaperOf(DeskWorld& world, const Picture& picture) {
     DeskWorld::Settle();
     return world.Widget<PictureWidget>(picture.Owner, picture.Name).Paper().Image();
+}
+
+/// Puts the program's element table into the program's folder.
+inline void CopyElementTable(DeskWorld& world) {
+    const std::filesystem::path folder = world.Folder.path().toStdString();
+    std::filesystem::copy_file(std::filesystem::path(VAEL_SOURCE_DIR) / "data/atomic.dat",
+                               folder / "atomic.dat");
 }
 
 /// What a user could press at this moment, by view and name.

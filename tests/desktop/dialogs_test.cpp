@@ -185,6 +185,37 @@ TEST(DispParaOnScreen, EveryControlIsPressedAndOkStoresIt) {
     EXPECT_TRUE(world.Faults.empty());
 }
 
+TEST(GrpCalcOnScreen, EveryControlIsPressedAndTheResultIsDrawn) {
+    DeskWorld world;
+    world.Open({world.Write("first.npd", test::FIVE_LINES),
+                world.Write("second.npd", {{200.0, 9000.0, 9.0}})});
+    const std::int32_t first = store.SpectrumDatas[0].Count[200];
+    const std::int32_t second = store.SpectrumDatas[1].Count[200];
+    ASSERT_NE(first, second);
+    Census census;
+    const GrpCalcView& v = frmGrpCalc;
+    world.ClickOn(frmVaelAna.mnuCalcSpect);
+    census.Take();
+    auto& form = *world.Desk.FormOfView(v);
+    ASSERT_TRUE(form.isVisible());
+    EXPECT_FALSE(world.Widget<QWidget>(v, "fra2nd").isVisible());
+    world.StepList(v.cmbOpe2, -3);
+    EXPECT_TRUE(world.Widget<QWidget>(v, "fra2nd").isVisible());
+    world.StepList(v.cmbGraph[0], -1);
+    world.StepList(v.cmbOpe1, 2);
+    world.TypeInto(v.ImNumber1, "3");
+    world.StepList(v.cmbGraph[1], 1);
+    world.StepList(v.cmbOpe3, 3);
+    world.TypeInto(v.ImNumber2, "4");
+    world.ClickOn(v.cmdCalc);
+    EXPECT_EQ(store.SpectrumDatas[0].Count[200], 3 * first - Whole32(second / 4.0));
+    EXPECT_EQ(world.Widget<QLabel>(v, "lblName_1").text(), QStringLiteral("second.npd"));
+    world.ClickOn(v.cmdOK);
+    EXPECT_FALSE(form.isVisible());
+    census.ExpectPressed(world, "frmGrpCalc");
+    EXPECT_TRUE(world.Faults.empty());
+}
+
 TEST(ExpandSettingOnScreen, EveryControlIsPressedAndSetShowsTheRange) {
     DeskWorld world;
     world.Open({world.Write("first.npd", test::FIVE_LINES)});

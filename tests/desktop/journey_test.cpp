@@ -258,10 +258,22 @@ TEST(Journey, EveryEnabledControlIsPressed) {
     world.ClickOn(frmDispPara.cmdCansel);
     world.ClickOn(v.mnuExpandSetting);
     world.ClickOn(frmExpandSetting.cmdClose);
+    world.ClickOn(v.mnuCalcSpect);
+    EXPECT_TRUE(world.Desk.FormOfView(frmGrpCalc)->isVisible());
+    world.ClickOn(frmGrpCalc.cmdOK);
     for (int way = 0; way < 2; ++way) {  // the property sheet has a census of its own
         way == 0 ? world.ClickOn(v.mnuProperty) : world.ClickOn(v.cmdFiles[3]);
         EXPECT_TRUE(world.Desk.FormOfView(frmProperty)->isVisible());
         world.ClickOn(frmProperty.cmdCan);
+    }
+    test::CopyElementTable(world);
+    world.ClickOn(v.cmdEnergy[1]);  // and so has the periodic table
+    EXPECT_TRUE(world.Desk.FormOfView(frmAtom)->isVisible());
+    world.ClickOn(frmAtom.cmdCancel);
+    for (int way = 0; way < 2; ++way) {  // the calibration has a census of its own
+        way == 0 ? world.ClickOn(v.mnuCons) : world.ClickOn(v.cmdEnergy[0]);
+        EXPECT_TRUE(world.Desk.FormOfView(frmDialogCalibC)->isVisible());
+        world.ClickOn(frmDialogCalibC.cmdCalbCan);
     }
     press(v.mnuLogText);
     EXPECT_TRUE(world.Desk.FormOfView(frmLog)->isVisible());

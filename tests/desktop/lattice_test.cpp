@@ -175,7 +175,7 @@ TEST(LatticeOnScreen, EveryControlIsPressedOnTheWayToAResult) {
 TEST(LatticeOnScreen, GoesByTheKeyboardAlone) {
     GoldWorld world;
     world.OpenGold();
-    world.KeyOn(Qt::Key_K, Qt::ControlModifier);
+    world.KeyOn(Qt::Key_H, Qt::ControlModifier);
     ASSERT_TRUE(world.Desk.FormOfView(v)->isVisible());
     Form& form = *world.Desk.FormOfView(v);
     form.activateWindow();

@@ -126,6 +126,10 @@ void ShootSmallViews(DeskWorld& world, const std::string& end) {
     world.ClickOn(frmVaelAna.Command1);
     shoot(frmDispPara, "disppara");
     world.ClickOn(frmDispPara.cmdCansel);
+    world.ClickOn(frmVaelAna.mnuCalcSpect);
+    world.StepList(frmGrpCalc.cmbOpe2, -3);
+    shoot(frmGrpCalc, "grpcalc");
+    world.ClickOn(frmGrpCalc.cmdOK);
     world.ClickOn(frmVaelAna.mnuExpandSetting);
     shoot(frmExpandSetting, "expandsetting");
     world.ClickOn(frmExpandSetting.cmdClose);

@@ -1,6 +1,6 @@
 // .gsa: the written form against lines by hand and a second writer, the read form against its
 // grammar.
-#include "support/spectra.h"
+#include "support/smallforms.h"
 #include "support/world.h"
 
 #include "core/fault.h"
@@ -68,15 +68,6 @@ std::string Cells(const std::vector<std::int32_t>& values) {
         line += cell;
     }
     return line;
-}
-
-/// An .npd text without comment and stroke, and with its own length told.
-std::string GsaText(const std::vector<std::int32_t>& counts, int header = 22) {
-    std::string text = NpdText(counts, "AuWire", 0.25, 0.0316, 15.0146);
-    const auto comment = text.find("Comment,");
-    const auto length = text.find("Data length");
-    text.erase(comment, length - comment);
-    return "Record length," + std::to_string(header) + text.substr(text.find("\r\n"));
 }
 
 }  // namespace

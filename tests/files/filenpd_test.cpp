@@ -110,6 +110,7 @@ TEST(Npd, FurtherHeaderLinesAreSkippedAndALengthBelow23SkipsNone) {
 
 TEST(Npd, AStrokeThatIsNoNumberIsZeroAndTrailingLinesAreIgnored) {
     Slot slot;
+    slot.Prop.Param.RamStroke = 9.0;
     slot.Read(Replaced(NpdText({8}), "Stroke,7.25", "Stroke,none") + "99,0,55\r\nmore\r\n");
     EXPECT_EQ(slot.Prop.Param.RamStroke, 0.0);
     EXPECT_EQ(slot.Data.DataNo, 1);
@@ -122,6 +123,18 @@ TEST(Npd, ALineWithoutANumberLeavesItsChannelAtZero) {
     slot.Read(Replaced(NpdText({8, 9, 10}), "2,0.0000,9", "2,0.0000,-"));
     EXPECT_EQ(slot.Data.Count[1], 0);
     EXPECT_EQ(slot.Data.Count[2], 10);
+}
+
+TEST(Npd, TheLastNumberOfALineRunsToItsEndAndTheOthersToTheNextBlank) {
+    Slot slot;
+    slot.Read(Replaced(NpdText({8}), "PHI(deg)=4.125", "PHI(deg)= -4.5  "));
+    EXPECT_EQ(slot.Prop.Param.PressTZ, -4.5);
+    slot.Read(Replaced(NpdText({8}), "Y(mm)=-2.500 ", "Y(mm)=-7.5 mm, "));
+    EXPECT_EQ(slot.Prop.Param.PressY, -7.5);
+    EXPECT_EQ(slot.Error(Replaced(NpdText({8}), "PHI(deg)=4.125", "PHI(deg)=4.125 deg")),
+              "line 19: a number behind \"=\" was expected, not \"4.125 deg\"");
+    EXPECT_EQ(slot.Error(Replaced(NpdText({8}), "R(OHM)=0.600", "R(OHM) 0.600")),
+              "line 22: a \"=\" with a number behind it was expected");
 }
 
 TEST(Npd, ALineWithNoCommaIsItsValueAsAWhole) {

@@ -61,10 +61,15 @@ TEST(Chn, CountsAndCalibrationAreReadFromTheirOffsets) {
 
 TEST(Chn, MoreThan8192ChannelsLoadThatManyAndTheCalibrationIsStillFound) {
     Slot slot;
-    EXPECT_EQ(slot.Read(Chn(16384).Bytes()), "");
+    const std::string whole = Chn(16384).Bytes();
+    EXPECT_EQ(slot.Read(whole), "of its 16384 channels the first 8192 are read");
     EXPECT_EQ(slot.Data.DataNo, 8192);
     EXPECT_EQ(slot.Data.Count[8191], 8191 * 3 - 50);
     EXPECT_EQ(slot.Prop.Param.EgcCoef[0], 1.25);
+    EXPECT_EQ(
+        slot.Read(whole.substr(0, 60000)),
+        "of its 16384 channels the first 8192 are read; the file ends at offset 60000, before "
+        "its data do; what is missing reads as 0");
 }
 
 TEST(Chn, NoChannelsReadTheTrailerBehindTheHeader) {

@@ -241,6 +241,34 @@ TEST(Xbm, SavingAsksInItsWordsButNotForTheScratchNameNorASequenceNumber) {
     EXPECT_EQ(asked.size(), 2u) << "a new file needs no question";
 }
 
+TEST(Xbm, EveryDigitAtTheEndOfAPathIsASequenceAndNothingElseIs) {
+    TempFolder folder;
+    Slot slot;
+    std::vector<std::string> asked;
+    for (int digit = 0; digit <= 9; ++digit) {
+        const std::string path = folder.Write("run.00" + std::to_string(digit), "old");
+        EXPECT_EQ(SaveXbm(path, slot.Data, slot.Prop, Answering(false, asked)), -1) << digit;
+    }
+    EXPECT_TRUE(asked.empty());
+    for (const char* name : {"run.00a", "run.00-", "run.00:", "1.xbm", "temp00.xbm.xbm"}) {
+        const std::string path = folder.Write(name, "old");
+        asked.clear();
+        EXPECT_EQ(SaveXbm(path, slot.Data, slot.Prop, Answering(false, asked)), 0) << name;
+        EXPECT_EQ(asked.size(), 1u) << name;
+    }
+}
+
+TEST(Xbm, TheKindOfFileBecomesNativeWhateverTheFileTells) {
+    Image image = FullImage({1});
+    image.Put(282, Word(4));
+    std::istringstream in(image.Bytes());
+    Slot slot;
+    slot.Last = 5;
+    ReadXbmBody(in, slot.Target());
+    EXPECT_EQ(slot.Prop.SourceType, SOURCE_NATIVE);
+    EXPECT_EQ(slot.Last, SOURCE_NATIVE);
+}
+
 TEST(Xbm, AShorterImageLeavesTheOldTailBehindIt) {
     TempFolder folder;
     Slot slot;
@@ -295,6 +323,21 @@ TEST(Xba, WithoutAValidRecordThereIsNoPeakBlockAndTheTableIsUntouched) {
     std::ostringstream out;
     WriteXbaBody(out, slot.Data, slot.Prop, slot.Peaks);
     EXPECT_EQ(out.str().size(), 1994u);
+}
+
+TEST(Xba, AValidWordOtherThanOneHasNoPeakBlockEither) {
+    for (const int valid : {0, 2, -1}) {
+        Image image = FullImage({1});
+        image.Put(2, Word(valid)).Put(1994, Word(3));  // what stands there is no number of peaks
+        std::istringstream in(image.Bytes());
+        Slot slot;
+        slot.Peaks.PeakNum = 7;
+        ReadXbaBody(in, slot.Target(), slot.Peaks);
+        EXPECT_EQ(slot.Peaks.PeakNum, 7) << valid;
+        std::ostringstream out;
+        WriteXbaBody(out, slot.Data, slot.Prop, slot.Peaks);
+        EXPECT_EQ(out.str().size(), 1994u) << valid;
+    }
 }
 
 TEST(Xba, APeakNumOfZeroHasTheTwoBytesAndNoRows) {
@@ -397,6 +440,24 @@ TEST(Xta, HasItsLinesToTheLetter) {
         "0,0,0\r\n"
         "0.013,0.03164\r\n";
     EXPECT_EQ(out.str(), expected);
+}
+
+TEST(Xta, WithoutChannelsThereIsNoLineOfCountsAndTouchingOnesAreTold) {
+    TempFolder folder;
+    Slot slot;
+    std::ostringstream out;
+    WriteXtaText(out, slot.Data, slot.Prop);
+    EXPECT_EQ(out.str().substr(0, 7), " 0 \r\n  ") << "the line of the names comes next";
+    std::string said;
+    FileTalk talk;
+    talk.log = [&](std::string_view line) { said = line; };
+    slot.Data.DataNo = 1;
+    slot.Data.Count[0] = 999999;
+    EXPECT_EQ(SaveXta(folder.Path("a.xta"), slot.Data, slot.Prop, slot.Peaks, talk), -1);
+    EXPECT_EQ(said, "");
+    slot.Data.Count[0] = 1000000;
+    EXPECT_EQ(SaveXta(folder.Path("a.xta"), slot.Data, slot.Prop, slot.Peaks, talk), -1);
+    EXPECT_EQ(said.rfind(folder.Path("a.xta") + ": counts of seven characters", 0), 0u) << said;
 }
 
 TEST(Xta, ADateWithoutAYearIsEmptyAndNothingIsAsked) {

@@ -3,6 +3,7 @@
 
 #include "analysis/peak.h"
 #include "core/areamarks.h"
+#include "core/fault.h"
 #include "core/frmvaelana.h"
 #include "core/graphs.h"
 #include "support/plotted.h"
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vael::test::express {
@@ -33,6 +35,23 @@ struct Express : Plotted {
     static void Area(int from, int to) {
         V().chkArea.Value = 1;
         SetArea(from, to);
+    }
+    struct Start {
+        double Position;
+        double Amplitude;
+        double Width;  // half of the full one
+    };
+    /// A peak that is listed and not yet fitted: its start values and its channels.
+    static void Put(int slot, const Start& start, std::pair<int, int> region,
+                    std::int16_t type = SHAPE_GAUSS) {
+        PeakRecord peak{};
+        peak.Position = start.Position;
+        peak.Amplitude = start.Amplitude;
+        peak.Width = start.Width;
+        peak.FuncType = type;
+        peak.StartCh = Whole16(region.first);
+        peak.EndCh = Whole16(region.second);
+        AddPeak(0, 0, slot, peak, Table(slot), Marks{});
     }
     static int NamedRows(const std::string& name) {
         return static_cast<int>(std::count_if(

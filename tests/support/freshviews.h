@@ -6,15 +6,20 @@
 #include "analysis/frmpeakreport.h"
 #include "analysis/frmroireport.h"
 #include "analysis/frmsetting.h"
+#include "calibration/frmcalibcurv.h"
+#include "calibration/frmdialogcalibc.h"
 #include "core/frmdialogload.h"
 #include "core/frmdialogmessage.h"
 #include "core/frmdisppara.h"
 #include "core/frmexpandsetting.h"
+#include "core/frmgrpcalc.h"
 #include "core/frminput.h"
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "files/frmproperty.h"
+#include "lattice/frmatom.h"
+#include "lattice/frmelement.h"
 #include "lattice/frmpeakcal.h"
 #include "toolkit/hand.h"
 
@@ -30,6 +35,7 @@ inline void FreshViews() {
     Unload(frmInput);
     Unload(frmDispPara);
     Unload(frmExpandSetting);
+    Unload(frmGrpCalc);
     Unload(frmSetting);
     Unload(frmPeakReport);
     Unload(frmRoiReport);
@@ -37,6 +43,10 @@ inline void FreshViews() {
     Unload(frmPeakCal);
     Unload(frmManualFit);
     Unload(frmInputFitParameter);
+    Unload(frmElement);
+    Unload(frmAtom);
+    Unload(frmDialogCalibC);
+    Unload(frmCalibCurv);
 }
 
 }  // namespace vael

@@ -92,7 +92,7 @@ private:
     void ActOn(Control& c) {
         const std::string name = c.Owner.Name + "." + c.Name;
         switch (c.Kind) {
-            case ControlKind::Button: Note(name, Click(static_cast<Button&>(c))); break;
+            case ControlKind::Button: OnButton(static_cast<Button&>(c), name); break;
             case ControlKind::Menu: Note(name, Click(static_cast<Menu&>(c))); break;
             case ControlKind::CheckBox: Note(name, Tick(static_cast<CheckBox&>(c))); break;
             case ControlKind::Option:
@@ -119,6 +119,12 @@ private:
             case ControlKind::Label:
             case ControlKind::Frame: break;
         }
+    }
+
+    void OnButton(Button& button, const std::string& name) {
+        if (button.Hover) Hover(button);
+        if (button.RightClick && Chance(20)) return Note(name + " right", RightClick(button));
+        Note(name, Click(button));
     }
 
     template <class Box>
@@ -246,7 +252,8 @@ inline std::vector<std::string> Breaches() {
         for (const AreaMark& mark : state.Area)
             demand(mark.Channel >= -1 && mark.Channel < store.SpanCh, which + ": area mark");
         for (const GraphEntry& entry : store.GraphList) {
-            if (entry.State <= 0) continue;
+            // The result of graph arithmetic is drawn from slot 0 in any window, with no row.
+            if (entry.State <= 0 || entry.DataNo == 0) continue;
             const auto& graph = Engine().Target(win).Graph[static_cast<std::size_t>(entry.DataNo)];
             demand((graph.GraphInUse != 0) == Draws(win, entry),
                    which + ": the engine draws other rows than it should (" + entry.Name + ")");

@@ -57,6 +57,8 @@ public:
     bool EditorStarts = true;
     std::vector<std::string> Launched;
     bool ProgramStarts = false;
+    /// Starts a print job; empty where there is no printer.
+    std::function<std::unique_ptr<PrintJob>(const std::string&)> Printer;
     std::function<void()> OnLaunch;  // what stands at the moment of the start
     std::vector<FileDialog> SaveDialogs;
     int Shows = 0;
@@ -135,7 +137,9 @@ public:
         OpenedTexts.push_back(path);
         return EditorStarts;
     }
-    std::unique_ptr<PrintJob> StartPrintJob(const std::string&) override { return nullptr; }
+    std::unique_ptr<PrintJob> StartPrintJob(const std::string& title) override {
+        return Printer ? Printer(title) : nullptr;
+    }
     void StayOnTop(View& view, bool on) override { view.OnTop = on; }
     void Show() override { ++Shows; }
     void Quit() override { HasQuit = true; }

@@ -3,41 +3,16 @@
 
 #include "core/params.h"
 #include "core/store.h"
+#include "support/folderofprocess.h"
 #include "support/freshviews.h"
 #include "support/scripteddesk.h"
+#include "support/tempfolder.h"
 
-#include <unistd.h>
 #include <filesystem>
 #include <fstream>
 #include <string>
 
 namespace vael {
-
-/// A folder of its own that goes with the test.
-class TempFolder {
-public:
-    TempFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "vael-test-XXXXXX").string();
-        if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        path_ = name;
-    }
-    ~TempFolder() {
-        std::error_code none;
-        std::filesystem::remove_all(path_, none);
-    }
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-    [[nodiscard]] std::string Path(const std::string& name = {}) const {
-        return name.empty() ? path_ : path_ + "/" + name;
-    }
-    std::string Write(const std::string& name, const std::string& bytes) const {
-        std::ofstream(Path(name), std::ios::binary) << bytes;
-        return Path(name);
-    }
-
-private:
-    std::string path_;
-};
 
 inline std::string BytesOf(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
@@ -53,6 +28,7 @@ struct World {
         Form_Load(Folder.Path());
     }
     TempFolder Folder;
+    FolderOfProcess Here;
     ScriptedDesk Desk;
 };
 

@@ -138,14 +138,7 @@ TEST(Express, FittingWithTheAreaOnTakesTheWholeAxisAndFittingAllTheAreaAsItIs) {
 TEST(Express, PeaksThatAreThereAreFittedWithoutANewSearch) {
     Express w;
     const int slot = w.OpenLines();
-    PeakRecord peak{};
-    peak.Position = 1502.0;
-    peak.Amplitude = 9000.0;
-    peak.Width = 6.0;
-    peak.FuncType = SHAPE_GAUSS;
-    peak.StartCh = 1480;
-    peak.EndCh = 1520;
-    AddPeak(0, 0, slot, peak, Table(slot), Marks{});
+    w.Put(slot, {1502.0, 9000.0, 6.0}, {1480, 1520});
     w.Area(0, 4095);
     Click(V().mnuFittingAll);
     ASSERT_EQ(Table(slot).PeakNum, 1);
@@ -156,15 +149,10 @@ TEST(Express, PeaksThatAreThereAreFittedWithoutANewSearch) {
 TEST(Express, PeaksWhoseFitCannotStandAreCutAndCounted) {
     Express w;
     const int slot = w.OpenLines();
-    for (const double at : {600.0, 1500.0}) {
-        PeakRecord peak{};
-        peak.Position = at;
-        peak.Amplitude = at < 1000.0 ? 900.0 : 9000.0;  // 4000 is more than three times 890
-        peak.Width = 6.0;
-        peak.FuncType = SHAPE_GAUSS;
-        peak.StartCh = Whole16(at - 20.0);
-        peak.EndCh = Whole16(at + 20.0);
-        AddPeak(0, 0, slot, peak, Table(slot), Marks{});
+    for (const int at : {600, 1500}) {
+        // A height of 4000 is more than three times that of the start.
+        const double height = at < 1000 ? 900.0 : 9000.0;
+        w.Put(slot, {1.0 * at, height, 6.0}, {at - 20, at + 20});
     }
     w.Area(0, 4095);
     w.Desk.ExpectQuestion("1 Peaks Cuted");
@@ -187,14 +175,7 @@ TEST(Express, TheMixHasAGaussianShareOfOneForAGaussianLine) {
     Express w;
     const int slot = w.OpenLines();
     settings.FuncType = SHAPE_MIX;
-    PeakRecord peak{};
-    peak.Position = 1500.4;
-    peak.Amplitude = 9000.0;
-    peak.Width = 5.5;
-    peak.FuncType = SHAPE_MIX;
-    peak.StartCh = 1470;
-    peak.EndCh = 1530;
-    AddPeak(0, 0, slot, peak, Table(slot), Marks{});
+    w.Put(slot, {1500.4, 9000.0, 5.5}, {1470, 1530}, SHAPE_MIX);
     w.Area(1400, 1600);
     Click(V().mnuFittingAll);
     ASSERT_EQ(Table(slot).PeakNum, 1);
@@ -321,14 +302,7 @@ TEST(Express, ANegativeCountInTheRegionBreaksNothing) {
 TEST(Express, ARegionOf501ChannelsIsToldInTheLogAndTheRecordIsStillWritten) {
     Express w;
     const int slot = w.OpenLines();
-    PeakRecord peak{};
-    peak.Position = 1500.0;
-    peak.Amplitude = 9000.0;
-    peak.Width = 6.0;
-    peak.FuncType = SHAPE_GAUSS;
-    peak.StartCh = 1250;
-    peak.EndCh = 1750;
-    AddPeak(0, 0, slot, peak, Table(slot), Marks{});
+    w.Put(slot, {1500.0, 9000.0, 6.0}, {1250, 1750});
     w.Area(1400, 1600);
     Click(V().mnuFittingAll);
     EXPECT_EQ(PeakOf(slot, 0).Fitted, 1);
@@ -341,14 +315,7 @@ TEST(Express, AFaultInAFitLeavesTheTableAsItWas) {
     Express w;
     const int slot = w.OpenLines();
     for (const double at : {1000.0, 1500.0}) {
-        PeakRecord peak{};
-        peak.Position = at;
-        peak.Amplitude = 9000.0;
-        peak.Width = 5.0;
-        peak.FuncType = SHAPE_GAUSS;
-        peak.StartCh = 1480;
-        peak.EndCh = 1520;
-        AddPeak(0, 0, slot, peak, Table(slot), Marks{});
+        w.Put(slot, {at, 9000.0, 5.0}, {1480, 1520});
     }
     PeakOf(slot, 1).EndCh = 9000;  // no spectrum has it
     w.Area(0, 4095);

@@ -165,9 +165,9 @@ TEST(SimulatedLattice, SamplesGiveTheirCellAndPressureWithinTheirStatedErrors) {
         }
         w.Execute();
         EXPECT_GE(v.Values->UsedRows, 4);
-        // Three stated errors; four for the one sample that has the weakest high lines: the fit does
-        // not weigh its rows, and in 1/d^2 just those count most, so that their noise is more than
-        // the error tells.
+        // Three stated errors; four for the one sample that has the weakest high lines: the fit
+        // does not weigh its rows, and in 1/d^2 just those count most, so that their noise is more
+        // than the error tells.
         const double times = recipe.File == "NaCl_3GPa_900K_Fe" ? 4.0 : 3.0;
         const auto within = [&](const TextBox& box, double expected) {
             const double off = w.Value(box) - expected;

@@ -186,6 +186,33 @@ TEST(Property, UnderDefaultAnotherSlotIsStoredAndTheDefaultsStay) {
     EXPECT_EQ(store.DefaultParam.TwoTheta, 33.0);
 }
 
+TEST(Property, AChangedSheetSavesTheCalibrationToWhereItTookItFrom) {
+    for (const bool defaults : {true, false}) {
+        Sheet sheet;
+        ParamRecord& own = Sheet::Record(0).Param;
+        own.EgcCoef = {1.0, 2.0, 3.0};
+        own.TwoTheta = 5.0;
+        own.Pressure = 1.25;
+        store.DefaultParam.EgcCoef = {7.0, 8.0, 9.0};
+        store.DefaultParam.TwoTheta = 33.0;
+        EXPECT_TRUE(Click(frmVaelAna.optEGC[defaults ? 0 : 1]));
+        Sheet::Show(0);
+        Sheet::Put(v.imnEneCalA, "0.5");
+        Sheet::Put(v.ImnPress, "9");
+        EXPECT_TRUE(Click(frmVaelAna.optEGC[defaults ? 1 : 0]));  // the typing stays in the sheet
+        EXPECT_EQ(v.imnEneCalB.Value, defaults ? 8.0 : 2.0);
+        EXPECT_EQ(v.lblNote.Caption.empty(), !defaults) << "the note goes with what is shown";
+        sheet.Desk.ExpectQuestion(SAVE_QUESTION, Answer::No);
+        Click(v.cmdOk);
+        EXPECT_EQ(own.EgcCoef, (std::array<double, 3>{defaults ? 1.0 : 0.5, 2.0, 3.0}));
+        EXPECT_EQ(own.TwoTheta, 5.0);
+        EXPECT_EQ(own.Pressure, defaults ? 1.25 : 9.0);
+        EXPECT_EQ(store.DefaultParam.EgcCoef,
+                  (std::array<double, 3>{defaults ? 0.5 : 7.0, 8.0, 9.0}));
+        EXPECT_EQ(store.DefaultParam.TwoTheta, 33.0);
+    }
+}
+
 TEST(Property, TheBackupIsThatOfTheFirstFillAndOfThisSheetAlone) {
     Sheet sheet;
     ParamRecord& own = Sheet::Record(0).Param;

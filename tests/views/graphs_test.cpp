@@ -299,6 +299,8 @@ TEST(Open, ElevenFilesStopAtTheTenth) {
     w.Open(paths);
     EXPECT_EQ(store.GraphTotal, 10);
     EXPECT_EQ(store.GraphList[9].Name, "f9.npd");
+    EXPECT_EQ(frmVaelAna.lblStatus.Caption,
+              "Opened 10 spectra. The list is full: files left: 1.");
 }
 
 TEST(Slots, WithNoneFreeReadingEndsAtTheSlotBoundWithItsMessage) {
