@@ -71,7 +71,7 @@ struct AtomView : View {
     ControlArray<Label, LINE_KINDS> lblLine{*this, "lblLine"};
     Frame fraLines{*this, "fraLines", "Lines"};
     ControlArray<Button, LINE_KINDS> cmdPkDisp{*this, "cmdPkDisp"};
-    Frame fraMode{*this, "fraMode", "Mode"};
+    Frame frmMode{*this, "frmMode", "Mode"};
     Option optMark{*this, "optMark", "Mark", "mode"};
     Option optEdit{*this, "optEdit", "Edit", "mode"};
     Button cmdClear{*this, "cmdClear", "Clear"};

@@ -62,7 +62,7 @@ TEST(AtomTable, HasItsWordsAndAButtonForEachElement) {
     const Names kinds{"Ka1", "KAve", "Ka2", "Kb2", "Kb3", "Kb1", "Gamma", "Edg"};
     for (int kind = 0; kind < LINE_KINDS; ++kind)
         EXPECT_EQ(Table::Kind(kind).Caption, kinds[static_cast<std::size_t>(kind)]);
-    EXPECT_EQ(v.fraMode.Caption, "Mode");
+    EXPECT_EQ(v.frmMode.Caption, "Mode");
     EXPECT_EQ(v.optMark.Caption, "Mark");
     EXPECT_EQ(v.optEdit.Caption, "Edit");
     EXPECT_EQ(v.cmdCancel.Caption, "OK");
