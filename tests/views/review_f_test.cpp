@@ -305,3 +305,53 @@ TEST(LatticeReview, MarksStandInBothWindowsOfTheExpandStyle) {
     Click(v.cmdMI[1]);
     for (int win = 0; win < 2; ++win) EXPECT_TRUE(ReflectionMarksOn(win).empty()) << win;
 }
+
+TEST(LatticeReview, ATemperatureThatIsNotAboveZeroKelvinIsRefusedInEveryScale) {
+    LatticeWorld w;
+    w.AddCubic(4.06, 6);
+    w.OpenView();
+    w.Choose("Au");
+    w.Execute();
+    const std::string pressure = v.txtPressure.Text;
+    const std::string log = w.LogText();
+    ASSERT_NE(pressure, "");
+    const std::pair<const char*, int> cold[] = {{"0", 1}, {"-10", 1}, {"-273.15", 0}, {"-300", 0}};
+    for (const auto& [text, unit] : cold) {
+        Pick(v.cmbUnit, unit);
+        Type(v.txtTemp, text);
+        w.Desk.ExpectQuestion("Temp Error");
+        w.Execute();
+        EXPECT_EQ(v.txtPressure.Text, pressure) << text;
+        EXPECT_EQ(w.LogText(), log) << text;
+        EXPECT_NE(w.Told().find("above 0 K"), std::string::npos) << w.Told();
+        EXPECT_EQ(v.sprPeakInf3.Rows(), 6) << "the last calculation stands";
+    }
+    w.Sample();  // where no scale asks for it
+    w.Choose("Au");
+    w.Execute();
+    EXPECT_NEAR(w.Value(v.txtLatticeLength[0]), 4.06, 1e-4);
+}
+
+TEST(LatticeReview, ASavedReportHasNoResultOfAnotherCrystal) {
+    LatticeWorld w;
+    w.AddCubic(GOLD, 4);
+    w.OpenView();
+    w.Choose("Au");
+    w.Execute();
+    const std::string a = v.txtLatticeLength[0].Text.substr(0, 8);
+    const std::string p = v.txtPressure.Text;
+    const auto saved = [&] {
+        Click(v.cmdDataSave);
+        return FromCp932(BytesOf(w.Folder.Path("CORVINE/LatticeFit.csv")));
+    };
+    EXPECT_NE(saved().find(a), std::string::npos);
+    w.Choose("Pt ");
+    EXPECT_EQ(v.txtLatticeLength[0].Text.substr(0, 8), a) << "the boxes keep what they showed";
+    const std::string text = saved();
+    EXPECT_NE(text.find("\"Pt Platinum\",\"CUB\""), std::string::npos);
+    EXPECT_EQ(text.find(a), std::string::npos) << "gold's cell is none of platinum's";
+    EXPECT_EQ(text.find(p), std::string::npos);
+    EXPECT_NE(text.find("\"A    =\",\"\",\"+-\",\"\"\r\n"), std::string::npos);
+    EXPECT_EQ(text.find("P(GPA)"), std::string::npos);
+    EXPECT_NE(w.Told().find("no calculation"), std::string::npos) << w.Told();
+}
