@@ -355,3 +355,14 @@ TEST(LatticeReview, ASavedReportHasNoResultOfAnotherCrystal) {
     EXPECT_EQ(text.find("P(GPA)"), std::string::npos);
     EXPECT_NE(w.Told().find("no calculation"), std::string::npos) << w.Told();
 }
+
+TEST(LatticeReview, ANewAngleIsSeenOnTheLowerAxis) {
+    LatticeWorld w;
+    w.AddCubic(GOLD, 3);
+    w.OpenView();
+    const auto painted = frmVaelAna.picSubScale.Painted;
+    w.TypeAndLeave(v.txt2Theta, "10.000");
+    EXPECT_EQ(frmVaelAna.picSubScale.Painted, painted) << "the same angle changes nothing";
+    w.TypeAndLeave(v.txt2Theta, "10.5");
+    EXPECT_GT(frmVaelAna.picSubScale.Painted, painted);
+}
