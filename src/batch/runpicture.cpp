@@ -153,6 +153,7 @@ constexpr double FOOT = 56.0;        // below the lowest panel: crosses, axis, l
 constexpr double BETWEEN = 8.0;      // panels
 constexpr double CELLS_A_POINT = 4;  // quarters
 constexpr double GAP_FACTOR = 5.0;
+constexpr double MARK_SIZE = 3.0;  // a square
 
 /// 1, 2 or 5 times a power of ten, of which at most `most` fit into the width.
 double NiceStep(double width, int most) {
@@ -355,11 +356,12 @@ void Picture::DrawPanel(std::size_t panel, double top, double high) {
         const double x = LEFT + (static_cast<double>(place) + 0.5) / CELLS_A_POINT;
         canvas_.DrawWidth = 0.6;
         canvas_.Line(x, yOf(cell.Bars.Low), x, yOf(cell.Bars.High), MARK);
-        canvas_.DrawWidth = 2.4;
+        canvas_.DrawWidth = MARK_SIZE;
         if (cell.Values.Width() > 0.0)
             canvas_.Line(x, yOf(cell.Values.Low), x, yOf(cell.Values.High), MARK);
         else
-            canvas_.PSet(x, yOf(cell.Values.Low), MARK);
+            canvas_.Line(x - MARK_SIZE / 2.0, yOf(cell.Values.Low), x + MARK_SIZE / 2.0,
+                         yOf(cell.Values.Low), MARK);
     }
     canvas_.DrawWidth = 1.0;
     canvas_.Box(LEFT, top, right_, base, QUIET, false);
