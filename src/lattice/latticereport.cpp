@@ -50,7 +50,7 @@ std::string LatticeReportText(const PropertyRecord& property, const std::vector<
                   Fine(row.DObs), Fine(row.DSeed), Fine(row.Deviation())});
     // 4. The result, and the rows in use against it.
     out.Line({"LATTICE CONSTANTS"});
-    // Boxes keep what an earlier calculation has shown, maybe of another crystal: that is no result.
+    // Boxes keep what an earlier calculation has shown, maybe of another crystal: no result then.
     const bool shown = report.HasBoxes;
     BoxLine(out, "A    =", shown ? report.LatticeLength[0] : "");
     BoxLine(out, "V    =", shown ? report.Vol : "");

@@ -1,5 +1,5 @@
-// The lattice view held against its description once more: words, public operations, the scales that
-// no other test reaches through the view, the simulation table, and what outlives a calculation.
+// The lattice view held against its description once more: words, public operations, the scales
+// that no other test reaches through the view, the simulation table, what outlives a calculation.
 #include "core/cursors.h"
 #include "core/fault.h"
 #include "lattice/latticecalccommands.h"
