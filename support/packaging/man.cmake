@@ -1,0 +1,28 @@
+# Makes a man page from the help of a program:
+#   cmake -DPROGRAM=path -DNAME=name -DVERSION=v -DSUMMARY=words -DOUT=file -P man.cmake
+# A line that ends with a colon at the left edge is a heading; all else stands as the program prints it.
+set(ENV{QT_QPA_PLATFORM} offscreen)
+execute_process(COMMAND ${PROGRAM} --help OUTPUT_VARIABLE help RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "${PROGRAM} --help ended with ${status}")
+endif()
+string(REPLACE "\\" "\\e" help "${help}")
+string(REPLACE "-" "\\-" help "${help}")
+string(REPLACE ";" "\\;" help "${help}")
+string(REPLACE "[" "@OPEN@" help "${help}")   # brackets would join the elements of a list
+string(REPLACE "]" "@CLOSE@" help "${help}")
+string(REPLACE "\n" ";" lines "${help}")
+string(TOUPPER "${NAME}" upper)
+set(page ".TH ${upper} 1 \"\" \"vael ${VERSION}\" \"User Commands\"\n.SH NAME\n${NAME} \\- ${SUMMARY}\n")
+string(APPEND page ".SH DESCRIPTION\n.nf\n")
+foreach(line IN LISTS lines)
+  if(line MATCHES "^([A-Z][A-Za-z ]*):[ \t]*$")
+    string(APPEND page ".fi\n.SH ${CMAKE_MATCH_1}\n.nf\n")
+  else()
+    string(APPEND page "\\&${line}\n")
+  endif()
+endforeach()
+string(APPEND page ".fi\n")
+string(REPLACE "@OPEN@" "[" page "${page}")
+string(REPLACE "@CLOSE@" "]" page "${page}")
+file(WRITE ${OUT} "${page}")
