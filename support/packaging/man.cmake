@@ -6,6 +6,7 @@ execute_process(COMMAND ${PROGRAM} --help OUTPUT_VARIABLE help RESULT_VARIABLE s
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "${PROGRAM} --help ended with ${status}")
 endif()
+string(REPLACE "${PROGRAM}" "${NAME}" help "${help}")
 string(REPLACE "\\" "\\e" help "${help}")
 string(REPLACE "-" "\\-" help "${help}")
 string(REPLACE ";" "\\;" help "${help}")

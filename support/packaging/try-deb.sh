@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes the Debian package and installs it on a bare Debian 12 in a chroot: try-deb.sh [FOLDER]. As root; takes
-# the base system from the package source that this machine uses.
+# Makes the Debian package and installs it on a bare Debian 12 in a chroot: try-deb.sh [BUILD_FOLDER]. A folder that
+# is configured is used as it is. As root; takes the base system from the package source that this machine uses.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 folder=$(realpath -m "${1:-build/deb}")
@@ -8,7 +8,8 @@ mirror=$(apt-cache policy | grep -m1 -oE 'https?://[^ ]+')
 source support/install.sh
 needs_packages "${PACKAGES_BUILD[@]}" "${PACKAGES_WINDOW[@]}" debootstrap dpkg-dev file
 
-cmake -S . -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release -DVAEL_TESTS=OFF -DCMAKE_INSTALL_PREFIX=/usr >/dev/null
+[ -f "$folder/CMakeCache.txt" ] ||
+    cmake -S . -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release -DVAEL_TESTS=OFF -DCMAKE_INSTALL_PREFIX=/usr >/dev/null
 cmake --build "$folder"
 (cd "$folder" && cpack >/dev/null)
 deb=$(ls -t "$folder"/vael_*.deb | head -1)
