@@ -50,12 +50,12 @@ set(CPACK_PACKAGE_NAME vael)
 set(CPACK_PACKAGE_CONTACT "The Vael authors <vael@localhost>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "workbench for energy-dispersive X-ray diffraction")
 set(CPACK_PACKAGE_DESCRIPTION "From the counts of a multichannel analyser at a high-pressure press to peaks,
- the cell of a crystal with its errors, and the pressure by a marker's equation of state; a batch
- program goes the same road for whole runs.")
+the cell of a crystal with its errors, and the pressure by a marker's equation of state; a batch
+program goes the same road for whole runs.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-ipafont-gothic, libqt6svg6")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-ipafont-gothic")
 include(CPack)

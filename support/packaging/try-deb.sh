@@ -4,7 +4,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 folder=$(realpath -m "${1:-build/deb}")
-mirror=$(apt-cache policy | grep -m1 -oE 'https?://[^ ]+')
+mirror=${DEBIAN_MIRROR:-$(apt-cache policy | grep -oE 'https?://[^ ]+ bookworm/main' | cut -d' ' -f1 | head -1)}
+[ -n "$mirror" ] || { echo "No source of Debian 12 packages is known here: name one in DEBIAN_MIRROR." >&2; exit 1; }
 source support/install.sh
 needs_packages "${PACKAGES_BUILD[@]}" "${PACKAGES_WINDOW[@]}" debootstrap dpkg-dev file
 
@@ -22,6 +23,8 @@ debootstrap --variant=minbase bookworm "$root" "$mirror" >"$folder/debootstrap.l
 cp "$deb" "$root/tmp/vael.deb"
 cp /etc/resolv.conf "$root/etc/resolv.conf"
 cp /etc/apt/apt.conf.d/9* "$root/etc/apt/apt.conf.d/" 2>/dev/null || true  # proxies and the like
+mount -t proc proc "$root/proc"
+trap 'umount "$root/proc"' EXIT
 chroot "$root" /bin/sh -ec '
     export DEBIAN_FRONTEND=noninteractive
     apt-get update >/dev/null
