@@ -221,6 +221,7 @@ BatchCall ReadCall(int count, const char* const* words) {
     CLI::App app{
         "vael-batch reduces energy-dispersive diffraction spectra to peaks, cell and pressure."};
     app.footer(FOOTER);
+    app.set_version_flag("--version", "vael-batch " VAEL_VERSION);
     AddLatticeOptions(app, typed, options);
     AddFitOptions(app, typed);
     AddRunOptions(app, typed, options);

@@ -165,6 +165,11 @@ void LoadNew() {
 
 void FileLoad() { (void)AskAndLoad(); }
 
+void OpenNamed(const std::vector<std::string>& paths) {
+    if (paths.empty()) return;
+    LoadChosen({.Paths = paths, .FilterIndex = FilterIndexFor(OPEN_FILTER)});
+}
+
 void ReadGraph(int win, int row, const std::string& path, std::int16_t& ok) {
     ok = FALSE_WORD;
     const PathPieces pieces = SplitFilePath(path);
