@@ -83,60 +83,23 @@ ColourTable FirstColours() {
 const std::array<Colour, SWATCH_COUNT>& Swatches() {
     static constexpr std::array<Colour, SWATCH_COUNT> SWATCHES{
         // greys, down to the ground of the plots
-        Rgb(255, 255, 255),
-        Rgb(226, 226, 226),
-        Rgb(193, 193, 193),
-        Rgb(160, 160, 160),
-        Rgb(128, 134, 140),
-        Rgb(99, 99, 99),
-        Rgb(66, 66, 66),
-        Rgb(18, 22, 28),
+        Rgb(255, 255, 255), Rgb(226, 226, 226), Rgb(193, 193, 193), Rgb(160, 160, 160),
+        Rgb(128, 134, 140), Rgb(99, 99, 99), Rgb(66, 66, 66), Rgb(18, 22, 28),
         // pale
-        Rgb(253, 218, 216),
-        Rgb(254, 220, 202),
-        Rgb(255, 223, 152),
-        Rgb(199, 254, 155),
-        Rgb(124, 255, 219),
-        Rgb(199, 231, 255),
-        Rgb(230, 222, 254),
-        Rgb(254, 216, 235),
+        Rgb(253, 218, 216), Rgb(254, 220, 202), Rgb(255, 223, 152), Rgb(199, 254, 155),
+        Rgb(124, 255, 219), Rgb(199, 231, 255), Rgb(230, 222, 254), Rgb(254, 216, 235),
         // light
-        Rgb(254, 171, 168),
-        Rgb(254, 175, 130),
-        Rgb(255, 214, 79),
-        Rgb(96, 217, 98),
-        Rgb(30, 230, 187),
-        Rgb(58, 221, 254),
-        Rgb(197, 184, 254),
-        Rgb(254, 166, 213),
+        Rgb(254, 171, 168), Rgb(254, 175, 130), Rgb(255, 214, 79), Rgb(96, 217, 98),
+        Rgb(30, 230, 187), Rgb(58, 221, 254), Rgb(197, 184, 254), Rgb(254, 166, 213),
         // clear
-        Rgb(251, 138, 137),
-        Rgb(255, 132, 46),
-        Rgb(194, 156, 5),
-        Rgb(11, 186, 50),
-        Rgb(10, 181, 147),
-        Rgb(79, 176, 255),
-        Rgb(161, 146, 254),
-        Rgb(186, 94, 192),
+        Rgb(251, 138, 137), Rgb(255, 132, 46), Rgb(194, 156, 5), Rgb(11, 186, 50),
+        Rgb(10, 181, 147), Rgb(79, 176, 255), Rgb(161, 146, 254), Rgb(226, 71, 139),
         // full
-        Rgb(232, 52, 74),
-        Rgb(223, 113, 23),
-        Rgb(144, 130, 66),
-        Rgb(1, 138, 34),
-        Rgb(3, 135, 109),
-        Rgb(3, 125, 188),
-        Rgb(103, 118, 252),
-        Rgb(226, 71, 139),
+        Rgb(232, 52, 74), Rgb(223, 113, 23), Rgb(144, 130, 66), Rgb(1, 138, 34), Rgb(3, 135, 109),
+        Rgb(3, 125, 188), Rgb(103, 118, 252), Rgb(186, 94, 192),
         // dark
-        Rgb(153, 8, 39),
-        Rgb(127, 53, 2),
-        Rgb(93, 73, 2),
-        Rgb(1, 88, 18),
-        Rgb(6, 86, 69),
-        Rgb(9, 80, 120),
-        Rgb(65, 62, 158),
-        Rgb(145, 5, 101),
-    };
+        Rgb(153, 8, 39), Rgb(127, 53, 2), Rgb(93, 73, 2), Rgb(1, 88, 18), Rgb(6, 86, 69),
+        Rgb(9, 80, 120), Rgb(65, 62, 158), Rgb(145, 5, 101)};
     return SWATCHES;
 }
 
@@ -145,8 +108,9 @@ double Luminance(Colour colour) {
 }
 
 double Contrast(Colour one, Colour other) {
-    const auto [dark, light] = std::minmax(Luminance(one), Luminance(other));
-    return (light + 0.05) / (dark + 0.05);
+    const double a = Luminance(one) + 0.05;
+    const double b = Luminance(other) + 0.05;
+    return std::max(a, b) / std::min(a, b);
 }
 
 Colour PlainestOn(Colour ground) {
