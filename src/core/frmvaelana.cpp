@@ -128,8 +128,7 @@ void Withhold(VaelAnaView& v) {
         {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
-    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.cmdFiles[2]},
-         "comes in a later release");
+    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.cmdFiles[2]}, "comes in a later release");
 }
 
 void Tips(VaelAnaView& v) {

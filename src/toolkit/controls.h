@@ -145,7 +145,7 @@ struct Frame : Control, MouseTaker {
     int Width = 0;  // pixels, kept by the desktop
     int Height = 0;
     double Share = 0.5;
-    bool Raised = false;  // highlighted: the active one of its kind
+    bool Raised = false;         // highlighted: the active one of its kind
     std::optional<Colour> Edge;  // of the line round it; none leaves it to the desktop
 };
 

@@ -478,6 +478,24 @@ TEST(ColoursInForce, CursorAndAreaAreSeenOnEveryGround) {
     EXPECT_EQ(InkOfMark(0, MARK_CURSOR), Rgb(255, 255, 255));
 }
 
+TEST(ColoursInForce, StayWhenTheCalibrationIsLeft) {
+    Colours w;
+    ParamRecord none{};
+    ASSERT_EQ(WriteSystemPara(w.Folder.Path("syspara_a.xpr"), none), -1);  // of a former run
+    w.InView([&] {
+        w.Choose("Window2 Back", NEW);
+        w.Choose("Base Form", NEW);
+        EXPECT_TRUE(Click(frmSetColor.cmdOk));
+    });
+    Click(frmVaelAna.mnuCons);
+    ASSERT_TRUE(frmDialogCalibC.Visible);
+    Click(frmDialogCalibC.cmdCalbCan);
+    ASSERT_FALSE(frmDialogCalibC.Visible);
+    EXPECT_EQ(InForce("Window2 Back"), NEW);
+    EXPECT_EQ(Engine().Target(1).BackColor, NEW);
+    EXPECT_EQ(frmVaelAna.fraGraph[0].Edge, NEW);
+}
+
 TEST(ColoursInForce, StandInTheParameterFileAndComeBackWithTheNextStart) {
     Colours w;
     w.InView([&] {
