@@ -62,14 +62,14 @@ void PaintSwatch(int index) {
     if (index == frmDialogColor.Swatch) Ring(picture, colour);
 }
 
-/// A bar filled in its own component as high as that is.
+/// A bar filled in its own component down to the handle of its scroll bar.
 void PaintBar(const Component& part) {
     Paint(part.Shape, frmVaelAna.StripBack);
     const int value = PartOf(frmDialogColor.Selected, part.Shift);
     Canvas& paper = part.Shape.Paper();
-    paper.Scale(0.0, MOST, 1.0, 0.0);
-    if (value > 0) paper.Box(0.0, value, 1.0, 0.0, Part(value, part.Shift), true);
-    paper.Box(0.0, MOST, 1.0, 0.0, frmVaelAna.StripInk, false);
+    paper.Scale(0.0, 0.0, 1.0, MOST);
+    if (value > 0) paper.Box(0.0, 0.0, 1.0, value, Part(value, part.Shift), true);
+    paper.Box(0.0, 0.0, 1.0, MOST, frmVaelAna.StripInk, false);
 }
 
 void PaintChosen() {
@@ -149,7 +149,7 @@ std::string Written(Colour colour) {
 
 void Tips(V& v) {
     for (ScrollBar* bar : {&v.vsbRed, &v.vsbGreen, &v.vsbBlue})
-        bar->Tip = "Sets this component from 0 to 255";
+        bar->Tip = "Sets this component from 0 at the top to 255";
     for (NumberBox* box : {&v.inumRed, &v.inumGreen, &v.inumBlue})
         box->Tip = "This component as a number from 0 to 255";
     for (int index = 0; index < SWATCH_COUNT; ++index)

@@ -10,6 +10,7 @@
 
 #include <QColorDialog>
 #include <QPushButton>
+#include <QStyleOptionSlider>
 
 namespace vael {
 namespace {
@@ -90,12 +91,11 @@ TEST(ColoursOnScreen, EveryControlIsPressedAndOkPutsTheTableInForce) {
             EXPECT_EQ(MiddleOf(world.Widget(v, "picSampl")), QColor(6, 86, 69));
             EXPECT_EQ(MiddleOf(world.Widget(v, "shpSetColor")), QColor(255, 214, 79));
             EXPECT_EQ(world.Widget<QLineEdit>(v, "inumGreen").text(), QStringLiteral("86"));
-            // The upper arrow makes it more, since the bars stand on their lower ends.
-            world.ScrollOn(v.vsbRed, -1);
+            world.ScrollOn(v.vsbRed, 1);
             EXPECT_EQ(v.SelColor(), Rgb(7, 86, 69));
-            world.ScrollOn(v.vsbGreen, 1);
+            world.ScrollOn(v.vsbGreen, -1);
             EXPECT_EQ(v.SelColor(), Rgb(7, 85, 69));
-            world.ScrollOn(v.vsbBlue, 1);
+            world.ScrollOn(v.vsbBlue, -1);
             EXPECT_EQ(v.SelColor(), Rgb(7, 85, 68));
             TypeColour(world, Rgb(1, 2, 3));
             EXPECT_EQ(v.SelColor(), Rgb(1, 2, 3));
@@ -176,13 +176,21 @@ TEST(ColoursOnScreen, ABarIsDraggedAndTheSampleFollows) {
         Picking(world, 0, [&] {
             auto& bar = world.Widget<QScrollBar>(frmDialogColor, "vsbBlue");
             const int before = bar.value();
-            const QPoint from(bar.width() / 2,
-                              bar.height() - 24 - before * (bar.height() - 60) / 255);
+            QStyleOptionSlider option;
+            option.initFrom(&bar);
+            option.orientation = Qt::Vertical;
+            option.maximum = bar.maximum();
+            option.pageStep = bar.pageStep();
+            option.sliderPosition = option.sliderValue = before;
+            const QPoint from = bar.style()
+                                    ->subControlRect(QStyle::CC_ScrollBar, &option,
+                                                     QStyle::SC_ScrollBarSlider, &bar)
+                                    .center();
             QTest::mousePress(&bar, Qt::LeftButton, {}, from);
-            DeskWorld::MoveOn(bar, from - QPoint(0, 20), Qt::LeftButton);
-            QTest::mouseRelease(&bar, Qt::LeftButton, {}, from - QPoint(0, 20));
+            DeskWorld::MoveOn(bar, from + QPoint(0, 20), Qt::LeftButton);
+            QTest::mouseRelease(&bar, Qt::LeftButton, {}, from + QPoint(0, 20));
             DeskWorld::Settle();
-            EXPECT_GT(bar.value(), before) << "up is more";
+            EXPECT_GT(bar.value(), before) << "down is more";
             EXPECT_EQ(frmDialogColor.SelColor(), Rgb(255, 214, bar.value()));
             EXPECT_EQ(MiddleOf(world.Widget(frmDialogColor, "picSampl")),
                       QColor(255, 214, bar.value()));

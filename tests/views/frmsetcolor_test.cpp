@@ -267,11 +267,12 @@ TEST(DialogColor, TheSampleAndTheBarsShowTheColour) {
     };
     EXPECT_EQ(ground(sample), Rgb(51, 214, 79));
     EXPECT_EQ(ground(former), Rgb(255, 214, 79));
-    // A fifth of the bar, from below, in a fifth of red.
+    // A fifth of the bar, from the top, in a fifth of red.
     const auto bar = std::find_if(red.Strokes.begin(), red.Strokes.end(),
                                   [](const auto& drawn) { return drawn.Pen.Ink == Rgb(51, 0, 0); });
     ASSERT_NE(bar, red.Strokes.end());
-    EXPECT_EQ(std::max(bar->From.Y, bar->To.Y) - std::min(bar->From.Y, bar->To.Y), 51.0);
+    EXPECT_EQ(std::min(bar->From.Y, bar->To.Y), 0.0);
+    EXPECT_EQ(std::max(bar->From.Y, bar->To.Y), 51.0);
 }
 
 TEST(DialogColor, TheArrowsGoFromSwatchToSwatchAndStopAtTheEdges) {
