@@ -13,6 +13,7 @@
 #include "core/store.h"
 #include "core/text.h"
 #include "core/wholefile.h"
+#include "core/windows.h"
 #include "lattice/frmatom.h"
 #include "lattice/frmelement.h"
 #include "toolkit/desk.h"
@@ -282,7 +283,7 @@ void Leave() {
     const Settings kept = settings;
     Form_Load_Proc();
     store.DefaultParam = param;
-    store.ColorTable = colours;
+    TakeColours(colours);  // the windows were drawn in those of the file
     settings = kept;
 }
 

@@ -8,6 +8,7 @@
 #include "core/graphs.h"
 #include "core/store.h"
 #include "core/windows.h"
+#include "display/colourtable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,7 +17,7 @@
 namespace vael {
 namespace {
 
-constexpr Colour AREA_COLOUR = Rgb(255, 100, 100);
+constexpr Colour AREA_INK = Rgb(255, 100, 100);
 constexpr int AREA_WIDTH = 3;  // pixels
 /// A flag is a tenth and a hundred and twentieth of the range high: 0.108; so much of the height
 /// is left below it.
@@ -89,10 +90,11 @@ void DrawAreaMark(int win, int index, int channel) {
     double h = range / 10.0;
     if (target.LogScale != 0) h = -std::log(h) / std::log(10.0);
     const int group = GroupOf(index);
+    const Colour ink = PlainInk(WindowBack(win), AREA_INK, MARK_CONTRAST);
     const double x = channel;
     const double y = Mark(win, index).Height;
     const auto stroke = [&](Spot from, Spot to) {
-        Engine().RegisterMark(win, group, from, to, AREA_COLOUR, AREA_WIDTH);
+        Engine().RegisterMark(win, group, from, to, ink, AREA_WIDTH);
     };
     const double top = y + h + range / 120.0;
     const double low = y + h - range / 100.0;

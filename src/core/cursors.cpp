@@ -10,6 +10,7 @@
 #include "core/text.h"
 #include "core/units.h"
 #include "core/windows.h"
+#include "display/colourtable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,8 +18,8 @@
 namespace vael {
 namespace {
 
-constexpr Colour CURSOR_COLOUR = Rgb(255, 255, 255);  // turns what it crosses into its opposite
-constexpr int MEMO_WIDTH = 168;                       // of the frame, pixels
+constexpr Colour CURSOR_INK = Rgb(255, 255, 255);  // turns what it crosses into its opposite
+constexpr int MEMO_WIDTH = 168;                    // of the frame, pixels
 constexpr int MEMO_HEIGHT = 84;
 constexpr int MEMO_GAP = 8;
 constexpr double SHORT_MARK = 1.0 / 10.0;  // of the height; it ends a sixtieth above the count
@@ -134,9 +135,9 @@ void PutCursorMark(int win) {
     const int ch = CursorCh();
     if (!DrawsAny(win) || ch < window.Start || ch >= window.Start + window.Span) return;
     const double top = PlotTop(win);
+    const Colour ink = PlainInk(WindowBack(win), CURSOR_INK, MARK_CONTRAST);
     if (frmVaelAna.chkCsrType.Value != 0) {
-        Engine().RegisterMark(win, MARK_CURSOR, {double(ch), 0.0}, {double(ch), top}, CURSOR_COLOUR,
-                              1);
+        Engine().RegisterMark(win, MARK_CURSOR, {double(ch), 0.0}, {double(ch), top}, ink, 1);
         return;
     }
     const GraphEntry* entry = SelectedRow(win == 1 && Expanded() ? 0 : win);
@@ -145,7 +146,7 @@ void PutCursorMark(int win) {
                             : std::min(PlotHeight(win, entry->DataNo, ch) + top * SHORT_GAP,
                                        top * (1.0 - SHORT_MARK));
     Engine().RegisterMark(win, MARK_CURSOR, {double(ch), foot},
-                          {double(ch), foot + top * SHORT_MARK}, CURSOR_COLOUR, 2);
+                          {double(ch), foot + top * SHORT_MARK}, ink, 2);
 }
 
 void RefreshCursorMarks() {

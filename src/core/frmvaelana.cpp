@@ -27,6 +27,7 @@
 #include "core/text.h"
 #include "core/units.h"
 #include "core/windows.h"
+#include "display/frmsetcolor.h"
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
 #include "lattice/frmpeakcal.h"
@@ -127,8 +128,7 @@ void Withhold(VaelAnaView& v) {
         {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
-    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.mnuColor, &v.cmdFiles[2]},
-         "comes in a later release");
+    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.cmdFiles[2]}, "comes in a later release");
 }
 
 void Tips(VaelAnaView& v) {
@@ -201,6 +201,7 @@ void Keys(VaelAnaView& v) {
     v.mnuProperty.Shortcut = "Ctrl+Y";
     v.mnuCloseGraph.Shortcut = "Ctrl+W";
     v.mnuExit.Shortcut = "Ctrl+Q";
+    v.mnuColor.Shortcut = "Ctrl+Shift+C";
     v.mnuSmooth.Shortcut = "F4";
     v.mnuBackGround.Shortcut = "Ctrl+B";
     v.mnuPeakIns.Shortcut = "Ins";
@@ -316,6 +317,7 @@ void WireMenus(VaelAnaView& v) {
     v.mnuRoiReport.Click = ShowRoiReport;
     v.mnuExpandSetting.Click = ShowExpandSetting;
     v.mnuCalcSpect.Click = ShowGrpCalc;
+    v.mnuColor.Click = ShowSetColor;
     v.mnuDot.Click = [] { SetDrawKind(DRAW_DOT); };
     v.mnuLine.Click = [] { SetDrawKind(DRAW_LINE); };
     v.mnuPaint.Click = [] { SetDrawKind(DRAW_PAINT); };

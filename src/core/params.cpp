@@ -17,6 +17,7 @@
 #include "core/units.h"
 #include "core/wholefile.h"
 #include "core/windows.h"
+#include "display/colourtable.h"
 #include "files/filevael.h"
 #include "lattice/frmatom.h"
 #include "lattice/frmpeakcal.h"
@@ -246,24 +247,6 @@ void SetDefault() {
     settings.SmoothingOn = 1;
 }
 
-void DefaultColours() {
-    // Ten curve colours that keep 4.5 : 1 against the dark plot and stay apart for the colour
-    // blind; entries 10 to 13 are the slots that are never handed out; then the fixed roles.
-    constexpr std::array<Colour, 14> CURVES{
-        Rgb(255, 214, 79),  Rgb(86, 180, 233),  Rgb(120, 220, 130), Rgb(240, 140, 90),
-        Rgb(214, 160, 230), Rgb(90, 220, 215),  Rgb(250, 170, 190), Rgb(180, 200, 120),
-        Rgb(150, 170, 255), Rgb(225, 225, 225), Rgb(160, 160, 160), Rgb(160, 160, 160),
-        Rgb(160, 160, 160), Rgb(160, 160, 160)};
-    constexpr std::array<Colour, 11> ROLES{
-        Rgb(255, 255, 255), Rgb(255, 110, 110), Rgb(140, 140, 140),  // peak, fit, residual curve
-        Rgb(255, 255, 255), Rgb(120, 190, 255), Rgb(255, 160, 60),   // peak, element, ROI mark
-        Rgb(255, 220, 150), Rgb(18, 22, 28),    Rgb(18, 22, 28),     // ROI text, window backs
-        Rgb(96, 104, 112),  Rgb(70, 90, 120)};                       // base form, expand area
-    store.ColorTable.fill(Rgb(200, 200, 200));
-    std::copy(CURVES.begin(), CURVES.end(), store.ColorTable.begin());
-    std::copy(ROLES.begin(), ROLES.end(), store.ColorTable.begin() + SLOT_COUNT);
-}
-
 std::int16_t CheckNoSave() {
     for (std::size_t row = 0; row < GRAPH_COUNT; ++row) {
         if (store.GraphList[row].State != 2) continue;
@@ -284,7 +267,7 @@ void Form_Load(const std::string& programFolder) {
     frmLog.Visible = false;
     frmAtom.Visible = false;
     frmRoiReport.Visible = false;
-    DefaultColours();
+    store.ColorTable = FirstColours();
     LoadSteps(CurrentFolder(), CurrentFolder());
     ReadIni(store.ProgramFolder + INI_FILE);
     RefreshRoiReport();

@@ -25,9 +25,6 @@ std::int16_t WriteIni(const std::string& path);
 /// `EACPS`, `ISPPK`, `Lambda`, `JudgeRange` and `SmoothingOn` to their defaults.
 void SetDefault();
 
-/// The colour table of a first start; its order is told in docs/files-kept.md.
-void DefaultColours();
-
 /// The prompt about rows whose data are not saved: -1 when the user keeps them, 0 otherwise. Yes
 /// means that the data may go and the command continues.
 [[nodiscard]] std::int16_t CheckNoSave();

@@ -10,6 +10,7 @@
 #include "core/scales.h"
 #include "core/store.h"
 #include "core/windows.h"
+#include "display/colourtable.h"
 #include "toolkit/hand.h"
 
 #include <algorithm>
@@ -19,11 +20,11 @@
 namespace vael {
 namespace {
 
-constexpr int GRAB_PIXELS = 4;     // how near a mark the pointer takes it
-constexpr int SCROLL_STEP = 10;    // channels a tick
-constexpr double END_ROOM = 10.0;  // nearer to its end the scroll goes all the way
-constexpr int MEMO_EDGE = 24;      // of a dragged memo so much stays in sight, pixels
-constexpr Colour BAND_COLOUR = Rgb(120, 150, 200);
+constexpr int GRAB_PIXELS = 4;      // how near a mark the pointer takes it
+constexpr int SCROLL_STEP = 10;     // channels a tick
+constexpr double END_ROOM = 10.0;   // nearer to its end the scroll goes all the way
+constexpr int MEMO_EDGE = 24;       // of a dragged memo so much stays in sight, pixels
+constexpr double LEAST_BAND = 1.2;  // contrast from which on the chosen colour is seen at all
 
 using Held = Dragging::What;
 
@@ -54,16 +55,22 @@ void ShapePointer(int win, double x) {
     Item(frmVaelAna.picGraph, win).Shape = shape;
 }
 
+/// The ink that shows the chosen colour on the ground of window 0.
+Colour BandInk() {
+    const Colour ground = WindowBack(0);
+    const Colour ink = InkToShow(ground, Item(store.ColorTable, ENTRY_EXPAND_AREA));
+    return PlainInk(ground, ink, LEAST_BAND);
+}
+
 /// The edges of a part of window 0, with exclusive or.
 void PutBand(int from, int to) {
     Engine().RemoveMarks(0, MARK_BAND);
+    const Colour ink = BandInk();
     const double top = PlotTop(0);
     for (const int edge : {from, to})
-        Engine().RegisterMark(0, MARK_BAND, {double(edge), 0.0}, {double(edge), top}, BAND_COLOUR,
-                              1);
+        Engine().RegisterMark(0, MARK_BAND, {double(edge), 0.0}, {double(edge), top}, ink, 1);
     for (const double level : {0.0, top})
-        Engine().RegisterMark(0, MARK_BAND, {double(from), level}, {double(to), level}, BAND_COLOUR,
-                              3);
+        Engine().RegisterMark(0, MARK_BAND, {double(from), level}, {double(to), level}, ink, 3);
     ++frmVaelAna.picGraph[0].Painted;
 }
 

@@ -6,6 +6,7 @@
 #include "core/frmvaelana.h"
 #include "core/store.h"
 #include "core/windows.h"
+#include "display/colourtable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,12 +16,6 @@
 
 namespace vael {
 namespace {
-
-// Roles of the colour table that a mark takes.
-constexpr int ROLE_PEAK_CURVE = SLOT_COUNT;
-constexpr int ROLE_PEAK_MARK = SLOT_COUNT + 3;
-constexpr int ROLE_ROI_LINE = SLOT_COUNT + 5;
-constexpr int ROLE_ROI_TEXT = SLOT_COUNT + 6;
 
 constexpr double NUMBER_POINTS = 8.0;
 
@@ -129,9 +124,9 @@ bool CanWrite(int win) { return Engine().Target(win).Canvas != nullptr && PlotTo
 
 }  // namespace
 
-Colour PeakColor() { return Item(store.ColorTable, ROLE_PEAK_CURVE); }
+Colour PeakColor() { return Item(store.ColorTable, ENTRY_PEAK_CURVE); }
 
-Colour RoiColor() { return Item(store.ColorTable, ROLE_ROI_LINE); }
+Colour RoiColor() { return Item(store.ColorTable, ENTRY_ROI_LINE); }
 
 Marks RegionMarks() {
     Marks marks;
@@ -160,7 +155,7 @@ void ColourRegions(int slot) {
 void DrawRoiLabels(int win) {
     if (!CanWrite(win) || store.Rois.RoiNum == 0) return;
     NumberWriter(win).Write(RoiNumbers(win), Crowded::Raised,
-                            Item(store.ColorTable, ROLE_ROI_TEXT));
+                            Item(store.ColorTable, ENTRY_ROI_TEXT));
 }
 
 void DrawPeakNumbers(int win) {
@@ -177,7 +172,7 @@ void DrawPeakNumbers(int win) {
     if (numbers.empty()) return;
     NumberWriter writer(win);
     writer.Keep(RoiNumbers(win));
-    writer.Write(std::move(numbers), Crowded::LeftOut, Item(store.ColorTable, ROLE_PEAK_MARK));
+    writer.Write(std::move(numbers), Crowded::LeftOut, Item(store.ColorTable, ENTRY_PEAK_MARK));
 }
 
 }  // namespace vael

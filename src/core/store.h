@@ -40,7 +40,7 @@ struct Store {
     /// Slot of the spectrum whose peaks slot n shows as a fit graph, from 1; 0 for none.
     std::array<std::int16_t, SLOT_COUNT> FitSource{};
 
-    std::array<Colour, COLOUR_COUNT> ColorTable{};  // entry n < 14 is the colour of slot n
+    std::array<Colour, COLOUR_COUNT> ColorTable{};  // its order: display/colourtable.h
     ParamRecord DefaultParam{};
     std::int16_t SpanCh = DEFAULT_CHANNELS;  // largest channel count loaded since start
     std::int16_t UseFileEgc = 1;             // non-zero: each slot's own calibration

@@ -30,8 +30,7 @@ namespace vael {
 namespace {
 
 constexpr std::int32_t START_SCALE = 10000000;
-constexpr int ROLE_WINDOW_BACK = SLOT_COUNT + 7;  // "Window1 Back", "Window2 Back" of the colours
-constexpr int X_TICKS = 4;                        // the lower axis has four divisions
+constexpr int X_TICKS = 4;  // the lower axis has four divisions
 
 Talk EngineTalk() {
     Talk talk;
@@ -104,6 +103,8 @@ std::int32_t HighestCount(int win) {
 
 }  // namespace
 
+Colour WindowBack(int win) { return Item(store.ColorTable, ENTRY_WINDOW1_BACK + win); }
+
 DrawEngine& Engine() {
     static DrawEngine engine{EngineTalk()};
     return engine;
@@ -136,7 +137,7 @@ void WindowSetup() {
     for (int win = 0; win < WINDOW_COUNT; ++win) {
         DrawTarget& target = Engine().Target(win);
         target.Canvas = &frmVaelAna.picGraph[Index(win)].Paper();
-        target.BackColor = Item(store.ColorTable, ROLE_WINDOW_BACK + win);
+        target.BackColor = WindowBack(win);
         State(win) = WindowState{};
         Engine().SetFullScale(win, START_SCALE, false);
     }
@@ -237,6 +238,19 @@ void ApplyScale(int win) {
     ShowScale();
 }
 
+void TakeColours(const ColourTable& table) {
+    store.ColorTable = table;
+    for (GraphEntry& entry : store.GraphList)
+        if (entry.State != 0) entry.Color = Item(table, entry.DataNo);
+    for (int i = 0; i < store.Rois.RoiNum; ++i) Item(store.Rois.RoiTable, i).Color = RoiColor();
+    // A graph of the arithmetic is drawn without having a row, so all slots are asked.
+    for (int win = 0; win < WINDOW_COUNT; ++win)
+        for (int slot = 0; slot < SLOT_COUNT; ++slot)
+            Engine().SetGraphColor(win, slot, Item(table, slot));
+    RefreshRows();
+    RedrawBoth();
+}
+
 double PlotTop(int win) { return Engine().Target(win).YTop; }
 
 double PlotHeight(int win, int slot, int channel) {
@@ -253,7 +267,8 @@ double PlotHeight(int win, int slot, int channel) {
 void RedrawWindow(int win) {
     Picture& plot = frmVaelAna.picGraph[Index(win)];
     Engine().Target(win).Canvas = &plot.Paper();
-    Engine().Target(win).BackColor = Item(store.ColorTable, ROLE_WINDOW_BACK + win);
+    Engine().Target(win).BackColor = WindowBack(win);
+    frmVaelAna.fraGraph[Index(win)].Edge = Item(store.ColorTable, ENTRY_BASE_FORM);
     Engine().DropMarks(win);  // the new picture has none
     PutElementMarks(win);
     for (const GraphEntry& entry : store.GraphList)
@@ -262,7 +277,7 @@ void RedrawWindow(int win) {
     DrawRoiLabels(win);
     DrawReflectionMarks(win);
     if (frmVaelAna.chkPeakParameter.Value != 0) {
-        Engine().DrawPeakMarks(win, store.PeakTables);
+        Engine().DrawPeakMarks(win, store.PeakTables, Item(store.ColorTable, ENTRY_PEAK_MARK));
         DrawPeakNumbers(win);
     }
     PutCursorMark(win);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/frmvaelana.h"
+#include "display/colourtable.h"
 #include "display/drawspect.h"
 
 namespace vael {
@@ -52,6 +53,12 @@ void ApplyScale(int win);
 [[nodiscard]] double PlotHeight(int win, int slot, int channel);
 /// The top of a window's coordinates: counts or decades.
 [[nodiscard]] double PlotTop(int win);
+
+/// The ground of a window's plot.
+[[nodiscard]] Colour WindowBack(int win);
+/// Puts a colour table in force: graphs, regions, marks, grounds and frames of both windows, the
+/// row boxes and the list of rows.
+void TakeColours(const ColourTable& table);
 
 void RedrawWindow(int win);  // plot, marks and count axis
 void RedrawBoth();           // and the reports that are open

@@ -66,7 +66,7 @@ auto Fields(const Grid& c) {
 }
 auto Fields(const Label& c) { return std::tuple_cat(Common(c), std::tie(c.Caption)); }
 auto Fields(const Frame& c) {
-    return std::tuple_cat(Common(c), std::tie(c.Caption, c.Left, c.Top, c.Share, c.Raised));
+    return std::tuple_cat(Common(c), std::tie(c.Caption, c.Left, c.Top, c.Share, c.Raised, c.Edge));
 }
 auto Fields(const ScrollBar& c) {
     return std::tuple_cat(Common(c), std::tie(c.Least, c.Most, c.Value, c.Small, c.Large));
@@ -133,18 +133,19 @@ void BringShortcut(const Button& record, QAbstractButton& widget) {
 /// A ground of the record's, with letters that are read on it in any palette.
 void BringFill(const Button& record, QAbstractButton& widget) {
     constexpr const char* mark = "filled";
-    if (record.Fill == 0 && !widget.property(mark).toBool()) return;
-    widget.setProperty(mark, record.Fill != 0);
+    const bool filled = record.Fill.has_value();
+    if (!filled && !widget.property(mark).toBool()) return;
+    widget.setProperty(mark, filled);
     QPalette palette = QApplication::palette();
-    if (record.Fill != 0) {
-        const QColor ground = vael::ToQt(record.Fill);
+    if (filled) {
+        const QColor ground = vael::ToQt(*record.Fill);
         palette.setColor(QPalette::Button, ground);
         palette.setColor(QPalette::ButtonText, qGray(ground.rgb()) > 128 ? Qt::black : Qt::white);
     }
     widget.setPalette(palette);
     // The style would shade the ground, up to a light one that nobody tells from the others.
-    widget.setAutoFillBackground(record.Fill != 0);
-    if (auto* push = qobject_cast<QPushButton*>(&widget)) push->setFlat(record.Fill != 0);
+    widget.setAutoFillBackground(filled);
+    if (auto* push = qobject_cast<QPushButton*>(&widget)) push->setFlat(filled);
 }
 
 void Bring(const Button& record, QAbstractButton& widget) {
@@ -319,7 +320,8 @@ void Wire(Frame& record, QFrame& widget, const Again&) {
 
 void Bring(const Frame& record, QFrame& widget) {
     if (widget.property("floating").toBool()) widget.move(record.Left, record.Top);
-    if (auto* edge = qobject_cast<EdgeFrame*>(&widget)) edge->SetRaised(record.Raised);
+    if (auto* edge = qobject_cast<EdgeFrame*>(&widget))
+        edge->SetEdge(record.Raised, record.Edge ? vael::ToQt(*record.Edge) : QColor());
     if (auto* group = qobject_cast<TitledGroup*>(&widget); group && !record.Caption.empty())
         group->setTitle(Words(record.Caption));
 }

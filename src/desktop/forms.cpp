@@ -18,6 +18,8 @@
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "desktop/icons.h"
+#include "display/frmdialogcolor.h"
+#include "display/frmsetcolor.h"
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
 #include "lattice/frmelement.h"
@@ -25,6 +27,7 @@
 #include "ui_frmatom.h"
 #include "ui_frmcalibcurv.h"
 #include "ui_frmdialogcalibc.h"
+#include "ui_frmdialogcolor.h"
 #include "ui_frmdialogload.h"
 #include "ui_frmdialogmessage.h"
 #include "ui_frmdisppara.h"
@@ -40,6 +43,7 @@
 #include "ui_frmproperty.h"
 #include "ui_frmroireport.h"
 #include "ui_frmselgraph.h"
+#include "ui_frmsetcolor.h"
 #include "ui_frmsetting.h"
 #include "ui_frmvaelana.h"
 
@@ -95,6 +99,8 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmAtom, FromUi<Ui::frmAtom>()));
     forms.push_back(std::make_unique<Form>(frmDialogCalibC, FromUi<Ui::frmDialogCalibC>()));
     forms.push_back(std::make_unique<Form>(frmCalibCurv, FromUi<Ui::frmCalibCurv>()));
+    forms.push_back(std::make_unique<Form>(frmSetColor, FromUi<Ui::frmSetColor>()));
+    forms.push_back(std::make_unique<Form>(frmDialogColor, FromUi<Ui::frmDialogColor>()));
     return forms;
 }
 

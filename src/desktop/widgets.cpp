@@ -51,7 +51,8 @@ void PictureWidget::Bind(Picture& record, std::function<void()> refitted) {
     Refit();
     record.PutOn(&surface_);
     setMouseTracking(true);
-    setFocusPolicy(Qt::ClickFocus);  // a click into it ends the typing in a box
+    // A click into it ends the typing in a box; a form may also let Tab come to it.
+    if (focusPolicy() == Qt::NoFocus) setFocusPolicy(Qt::ClickFocus);
 }
 
 int PictureWidget::Overhang() const { return property("overhang").toInt(); }
@@ -162,22 +163,28 @@ void RowChip::paintEvent(QPaintEvent*) {
 
 // --- edge and group -----------
 
-void EdgeFrame::SetRaised(bool raised) {
-    if (raised == raised_) return;
+void EdgeFrame::SetEdge(bool raised, const QColor& line) {
+    if (raised == raised_ && line == line_) return;
     raised_ = raised;
+    line_ = line;
     update();
 }
 
 void EdgeFrame::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const double width = raised_ ? 2.0 : 1.0;
+    painter.setBrush(Qt::NoBrush);
+    const auto edge = [&](double outside, double width, const QColor& ink) {
+        const double in = outside + width / 2.0;
+        painter.setPen(QPen(ink, width));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(in, in, -in, -in), 4.0, 4.0);
+    };
+    constexpr double accent = 2.0;
     const QColor hairline =
         Mixed(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.75);
-    painter.setPen(QPen(raised_ ? palette().color(QPalette::Highlight) : hairline, width));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(
-        QRectF(rect()).adjusted(width / 2.0, width / 2.0, -width / 2.0, -width / 2.0), 4.0, 4.0);
+    if (raised_) edge(0.0, accent, palette().color(QPalette::Highlight));
+    if (!raised_ || line_.isValid())
+        edge(raised_ ? accent : 0.0, 1.0, line_.isValid() ? line_ : hairline);
 }
 
 // --- splitter and card -----------

@@ -70,19 +70,21 @@ private:
     bool loaded_ = false;
 };
 
-/// A frame with a hairline round it, or an edge of two pixels in the accent colour when it is the
-/// active one of its kind.
+/// A frame with a hairline round it. The active one of its kind has an edge of two pixels in the
+/// accent colour, and the hairline inside that when the hairline has a colour of its own.
 class EdgeFrame : public QFrame {
     Q_OBJECT
 public:
     explicit EdgeFrame(QWidget* parent = nullptr) : QFrame(parent) {}
-    void SetRaised(bool raised);
+    /// `line` is the colour of the hairline; an invalid one leaves it to the palette.
+    void SetEdge(bool raised, const QColor& line);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     bool raised_ = false;
+    QColor line_;
 };
 
 /// Two windows one above the other that keep their share of the height: when the whole changes its

@@ -10,7 +10,6 @@ namespace vael {
 namespace {
 
 constexpr Colour BLACK = Rgb(0, 0, 0);
-constexpr Colour WHITE = Rgb(255, 255, 255);
 constexpr int POINTS_ACROSS = 512;  // the step caps the strokes of a graph at about this many
 
 /// Restores what a drawing routine changes of a canvas.
@@ -393,7 +392,7 @@ void DrawEngine::PlotGraphPaint(int target, int graph) {
         t.Canvas->Line(i, 0.0, i, plot.Y.At(i), plot.InkAt(i));
 }
 
-void DrawEngine::DrawPeakMarks(int target, std::span<const PeakTable> peakTables) {
+void DrawEngine::DrawPeakMarks(int target, std::span<const PeakTable> peakTables, Colour ink) {
     const DrawTarget& t = At(target);
     if (t.Canvas == nullptr) return;
     ScaleCanvas(target);
@@ -404,7 +403,7 @@ void DrawEngine::DrawPeakMarks(int target, std::span<const PeakTable> peakTables
         const PeakTable& table = Item(peakTables, graph);
         for (int i = 0; i < table.PeakNum; ++i) {
             const double x = Item(table.Peak, i).Position;
-            if (x >= t.XStart && x <= t.XEnd) t.Canvas->Line(x, top, x, top - top / 20.0, WHITE);
+            if (x >= t.XStart && x <= t.XEnd) t.Canvas->Line(x, top, x, top - top / 20.0, ink);
         }
     }
 }

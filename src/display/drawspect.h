@@ -149,9 +149,10 @@ public:
     void PlotGraph(int target, int graph);
     /// One graph as vertical lines from the axis up to the value.
     void PlotGraphPaint(int target, int graph);
-    /// A white short line at each peak of each registered graph, from YTop down by a twentieth.
+    /// A short line at each peak of each registered graph, from YTop down by a twentieth.
     /// `peakTables` by graph number, shorter than 14 when there are fewer.
-    void DrawPeakMarks(int target, std::span<const PeakTable> peakTables);
+    void DrawPeakMarks(int target, std::span<const PeakTable> peakTables,
+                       Colour ink = Rgb(255, 255, 255));
 
     /// Add a row to a table; false and a message (none for marks) when it is full.
     bool RegisterText(int target, double x, double y, std::string_view utf8, TextStyle style = {});

@@ -8,6 +8,7 @@
 #include "core/text.h"
 #include "core/units.h"
 #include "core/windows.h"
+#include "display/colourtable.h"
 #include "lattice/frmelement.h"
 #include "toolkit/desk.h"
 
@@ -18,8 +19,7 @@
 namespace vael {
 namespace {
 
-constexpr Colour MARKED = 0xFFC0C0;                // ground of what is marked or chosen
-constexpr int ROLE_ELEMENT_MARK = SLOT_COUNT + 4;  // "Element Mark" of the colours
+constexpr Colour MARKED = 0xFFC0C0;  // ground of what is marked or chosen
 constexpr int LINES_MOST = std::min(VLINE_LIMIT, TEXT_LIMIT);
 constexpr std::int16_t LABEL_POINTS = 8;
 constexpr double LABEL_SHARE = 0.6;  // of the height, from the top: below it labels are left out
@@ -27,6 +27,9 @@ constexpr double LABEL_GAP = 2.0;    // pixels between a line and its label
 constexpr const char* ENERGY_FORMAT = "##0.000";
 
 constexpr unsigned Bit(int kind) { return 1U << static_cast<unsigned>(kind); }
+std::optional<Colour> MarkedIf(bool marked) {
+    return marked ? std::optional<Colour>(MARKED) : std::nullopt;
+}
 constexpr unsigned FIRST_CHOICE = Bit(LINE_KA1) | Bit(LINE_KA2) | Bit(LINE_KB1) | Bit(LINE_KB2);
 
 AtomView::ElementFlags& FlagsOf(int win, int slot) { return Item(Item(frmAtom.Flags, win), slot); }
@@ -141,12 +144,12 @@ void ShowFlags() {
     const AtomView::ElementFlags& flags = CurrentFlags();
     const bool there = GraphThere();
     for (std::size_t n = 0; n < ELEMENT_MAX; ++n)
-        v.cmdAtom[n].Fill = there && flags[n] != 0 ? MARKED : 0;
+        v.cmdAtom[n].Fill = MarkedIf(there && flags[n] != 0);
     const bool edit = v.optEdit.Value;
     unsigned kinds = v.Chosen;
     if (edit) kinds = v.Edited > 0 && there ? Item(flags, v.Edited - 1) : 0U;
     for (int kind = 0; kind < LINE_KINDS; ++kind)
-        Item(v.cmdPkDisp, kind).Fill = (kinds & Bit(kind)) != 0 ? MARKED : 0;
+        Item(v.cmdPkDisp, kind).Fill = MarkedIf((kinds & Bit(kind)) != 0);
     v.fraLines.Caption = edit && v.Edited > 0 ? "Lines of " + v.ElementName(v.Edited) : "Lines";
 }
 
@@ -312,7 +315,7 @@ AtomView::AtomView() : View("frmAtom", "Atom elements periodic Table"), Chosen(F
     for (int kind = 0; kind < LINE_KINDS; ++kind) {
         Button& button = Item(cmdPkDisp, kind);
         button.Caption = LineKindText(kind);
-        button.Fill = (Chosen & Bit(kind)) != 0 ? MARKED : 0;
+        button.Fill = MarkedIf((Chosen & Bit(kind)) != 0);
         button.Click = [kind] { cmdPkDisp_Click(kind); };
     }
     optMark.Value = true;
@@ -384,7 +387,7 @@ void PutElementMarks(int win) {
     if (!shown.empty() || !marks.empty()) Engine().ClearRegistrations(win);
     shown = std::move(marks);
     if (shown.empty() || Engine().Target(win).Canvas == nullptr) return;
-    RegisterMarks(win, shown, Item(store.ColorTable, ROLE_ELEMENT_MARK));
+    RegisterMarks(win, shown, Item(store.ColorTable, ENTRY_ELEMENT_MARK));
 }
 
 void RefreshElementMarks() {

@@ -10,6 +10,7 @@
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,7 +27,7 @@ struct Button : Control {
     /// "Ctrl+S", empty for none. A plain key is not taken while a box is typed in. A key that a
     /// menu item has already is not given to a button as well.
     std::string Shortcut;
-    Colour Fill = 0;  // its ground; 0 leaves it to the desktop
+    std::optional<Colour> Fill;  // its ground; none leaves it to the desktop
     Handler Click;
     Handler RightClick;  // the right mouse button, released on it
     Handler Hover;       // the pointer came over it, or the focus to it
@@ -144,7 +145,8 @@ struct Frame : Control, MouseTaker {
     int Width = 0;  // pixels, kept by the desktop
     int Height = 0;
     double Share = 0.5;
-    bool Raised = false;  // highlighted: the active one of its kind
+    bool Raised = false;         // highlighted: the active one of its kind
+    std::optional<Colour> Edge;  // of the line round it; none leaves it to the desktop
 };
 
 /// Grid with rows and columns from 1; row or column 0 is the head, and a head without any text is

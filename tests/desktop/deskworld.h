@@ -294,6 +294,14 @@ inline QImage PaperOf(DeskWorld& world, const Picture& picture) {
     return world.Widget<PictureWidget>(picture.Owner, picture.Name).Paper().Image();
 }
 
+/// Pixels of a picture that are of a colour.
+inline int PixelsOf(const QImage& image, Colour colour) {
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) n += image.pixelColor(x, y) == ToQt(colour) ? 1 : 0;
+    return n;
+}
+
 /// Puts the program's element table into the program's folder.
 inline void CopyElementTable(DeskWorld& world) {
     const std::filesystem::path folder = world.Folder.path().toStdString();

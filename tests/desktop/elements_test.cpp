@@ -43,24 +43,24 @@ TEST(AtomOnScreen, EveryControlIsPressedAndItsResultSeen) {
     test::CollectUsable(usable);
     const auto marks = [] { return Engine().Target(0).VLineNum; };
     for (int kind = 0; kind < LINE_KINDS; ++kind) {
-        const bool chosen = Kind(kind).Fill != 0;
+        const bool chosen = Kind(kind).Fill.has_value();
         world.ClickOn(Kind(kind));
-        EXPECT_EQ(Kind(kind).Fill != 0, !chosen) << kind;
+        EXPECT_EQ(Kind(kind).Fill.has_value(), !chosen) << kind;
     }
     for (const int kind : {LINE_KAVE, LINE_KB3, LINE_GAMMA, LINE_EDGE}) world.ClickOn(Kind(kind));
     world.ClickOn(Kind(LINE_KA1));  // that one alone
     for (int number = 1; number <= ELEMENT_MAX; ++number) {
         world.ClickOn(Atom(number));
-        EXPECT_EQ(Atom(number).Fill != 0, number >= 5 && number <= 104) << number;
+        EXPECT_EQ(Atom(number).Fill.has_value(), number >= 5 && number <= 104) << number;
     }
     // Boron to rutherfordium have a Ka1 line; that of mendelevium and those above it lie
     // beyond the axis, which ends at 122.9 keV.
     EXPECT_EQ(marks(), 96);
     RightPress(world, Atom(58));
-    EXPECT_EQ(Atom(58).Fill, 0);
+    EXPECT_FALSE(Atom(58).Fill.has_value());
     EXPECT_EQ(marks(), 95);
     world.ClickOn(Atom(47));
-    EXPECT_EQ(Atom(47).Fill, 0);
+    EXPECT_FALSE(Atom(47).Fill.has_value());
     EXPECT_EQ(marks(), 94);
     world.ClickOn(v.cmdClear);
     EXPECT_EQ(marks(), 0);
@@ -106,7 +106,7 @@ TEST(AtomOnScreen, ThePointerAndTheFocusShowAnElement) {
     EXPECT_EQ(v.fraCharacter.Caption, "Character Cerium");
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
     DeskWorld::Settle();
-    EXPECT_NE(Atom(58).Fill, 0) << "by keys alone";
+    EXPECT_TRUE(Atom(58).Fill.has_value()) << "by keys alone";
 }
 
 class ElementShots : public test::ShotTest {};

@@ -15,6 +15,7 @@ namespace {
 
 using test::DeskWorld;
 using test::FIVE_LINES;
+using test::PixelsOf;
 
 std::vector<std::string> RowNames() {
     std::vector<std::string> names;
@@ -24,14 +25,6 @@ std::vector<std::string> RowNames() {
 }
 
 using Names = std::vector<std::string>;
-
-/// Pixels of a picture that are of a colour.
-int PixelsOf(const QImage& image, Colour colour) {
-    int n = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x) n += image.pixelColor(x, y) == ToQt(colour) ? 1 : 0;
-    return n;
-}
 
 TEST(Journey, TheMainWindowOpensEmpty) {
     DeskWorld world;
@@ -254,6 +247,8 @@ TEST(Journey, EveryEnabledControlIsPressed) {
     EXPECT_TRUE(v.mnuNaxFit.Checked);
     world.WhileModal(frmSetting, [&] { world.ClickOn(frmSetting.cmdCansel); });
     press(v.mnuSetCons);
+    world.WhileModal(frmSetColor, [&] { world.ClickOn(frmSetColor.cmdCansel); });
+    world.ClickOn(v.mnuColor);  // the colour view has a census of its own
     world.ClickOn(v.Command1);  // its sheet has a census of its own
     world.ClickOn(frmDispPara.cmdCansel);
     world.ClickOn(v.mnuExpandSetting);

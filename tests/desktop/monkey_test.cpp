@@ -98,6 +98,9 @@ public:
         return choice;
     }
     std::optional<FileChoice> SaveFile(const FileDialog&) override { return std::nullopt; }
+    std::optional<Colour> PickColour(Colour) override {
+        return Rgb(monkey_.Below(256), monkey_.Below(256), monkey_.Below(256));
+    }
     bool OpenText(const std::string&) override { return true; }
     void RunModal(View& view) override {
         Show();

@@ -22,11 +22,8 @@ using test::DeskWorld;
 using test::FIVE_LINES;
 
 int PixelsOf(DeskWorld& world, int win, Colour colour) {
-    const QImage image = test::PaperOf(world, frmVaelAna.picGraph[static_cast<std::size_t>(win)]);
-    int n = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x) n += image.pixelColor(x, y) == ToQt(colour) ? 1 : 0;
-    return n;
+    const Picture& plot = frmVaelAna.picGraph[static_cast<std::size_t>(win)];
+    return test::PixelsOf(test::PaperOf(world, plot), colour);
 }
 
 struct ListWorld : DeskWorld {

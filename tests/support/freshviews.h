@@ -17,6 +17,8 @@
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
+#include "display/frmdialogcolor.h"
+#include "display/frmsetcolor.h"
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
 #include "lattice/frmelement.h"
@@ -47,6 +49,8 @@ inline void FreshViews() {
     Unload(frmAtom);
     Unload(frmDialogCalibC);
     Unload(frmCalibCurv);
+    Unload(frmSetColor);
+    Unload(frmDialogColor);
 }
 
 }  // namespace vael

@@ -27,6 +27,7 @@ public:
         EXPECT_TRUE(questions_.empty()) << "never asked: " << questions_.front().first;
         EXPECT_TRUE(files_.empty()) << "an open dialog that was expected never came";
         EXPECT_TRUE(saves_.empty()) << "a save dialog that was expected never came";
+        EXPECT_TRUE(colours_.empty()) << "a colour dialog that was expected never came";
         OnFault([](View&, const std::string&) {});
         UseDesk(nullptr);
     }
@@ -45,6 +46,8 @@ public:
         saves_.push_back(FileChoice{.Paths = {std::move(path)}, .FilterIndex = filterIndex});
     }
     void CancelSave() { saves_.push_back(std::nullopt); }
+    /// The system's colour dialog gives a colour, or none when it is cancelled.
+    void PickInDialog(std::optional<Colour> colour) { colours_.push_back(colour); }
     /// Acts as the user while the next modal view stands.
     void OnModal(std::function<void(View&)> act) { modals_.push_back(std::move(act)); }
     std::function<void()> OnBreathe = [] {};
@@ -61,6 +64,7 @@ public:
     std::function<std::unique_ptr<PrintJob>(const std::string&)> Printer;
     std::function<void()> OnLaunch;  // what stands at the moment of the start
     std::vector<FileDialog> SaveDialogs;
+    std::vector<Colour> ColoursOffered;  // what the colour dialogs began with
     int Shows = 0;
     int BusyDepth = 0;
     int BusyTurns = 0;
@@ -97,7 +101,16 @@ public:
         saves_.pop_front();
         return choice;
     }
-    std::optional<Colour> PickColour(Colour) override { return std::nullopt; }
+    std::optional<Colour> PickColour(Colour now) override {
+        ColoursOffered.push_back(now);
+        if (colours_.empty()) {
+            ADD_FAILURE() << "nobody expected a colour dialog";
+            return std::nullopt;
+        }
+        const auto picked = colours_.front();
+        colours_.pop_front();
+        return picked;
+    }
     std::vector<FolderItem> ListFolder(const std::string& path) override {
         std::vector<FolderItem> items;
         std::error_code none;
@@ -148,6 +161,7 @@ private:
     std::deque<std::pair<std::string, Answer>> questions_;
     std::deque<std::optional<FileChoice>> files_;
     std::deque<std::optional<FileChoice>> saves_;
+    std::deque<std::optional<Colour>> colours_;
     std::deque<std::function<void(View&)>> modals_;
 };
 

@@ -58,7 +58,10 @@ public:
         return FileChoice{.Paths = {folder_ + "/" + monkey_.AnyOf(names)},
                           .FilterIndex = 1 + monkey_.Below(5)};
     }
-    std::optional<Colour> PickColour(Colour) override { return std::nullopt; }
+    std::optional<Colour> PickColour(Colour) override {
+        if (monkey_.Chance(30)) return std::nullopt;
+        return Rgb(monkey_.Below(256), monkey_.Below(256), monkey_.Below(256));
+    }
     std::vector<FolderItem> ListFolder(const std::string&) override {
         return {{"folder", true}, {"file.npd", false}};
     }
