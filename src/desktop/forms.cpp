@@ -18,11 +18,15 @@
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "desktop/icons.h"
+#include "display/frmbatchprint.h"
+#include "display/frmpreview.h"
+#include "display/frmprint.h"
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
 #include "lattice/frmelement.h"
 #include "lattice/frmpeakcal.h"
 #include "ui_frmatom.h"
+#include "ui_frmbatchprint.h"
 #include "ui_frmcalibcurv.h"
 #include "ui_frmdialogcalibc.h"
 #include "ui_frmdialogload.h"
@@ -37,6 +41,8 @@
 #include "ui_frmmanualfit.h"
 #include "ui_frmpeakcal.h"
 #include "ui_frmpeakreport.h"
+#include "ui_frmpreview.h"
+#include "ui_frmprint.h"
 #include "ui_frmproperty.h"
 #include "ui_frmroireport.h"
 #include "ui_frmselgraph.h"
@@ -95,6 +101,9 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmAtom, FromUi<Ui::frmAtom>()));
     forms.push_back(std::make_unique<Form>(frmDialogCalibC, FromUi<Ui::frmDialogCalibC>()));
     forms.push_back(std::make_unique<Form>(frmCalibCurv, FromUi<Ui::frmCalibCurv>()));
+    forms.push_back(std::make_unique<Form>(frmPrint, FromUi<Ui::frmPrint>()));
+    forms.push_back(std::make_unique<Form>(frmPreView, FromUi<Ui::frmPreView>()));
+    forms.push_back(std::make_unique<Form>(frmBatchPrint, FromUi<Ui::frmBatchPrint>()));
     return forms;
 }
 

@@ -41,7 +41,7 @@ inline void Shoot(QWidget& widget, const std::string& name) {
         "disppara", "input",       "rows",         "expandsetting", "expand",    "pileup",
         "area",     "memo",        "peakreport",   "roireport",     "manualfit", "inputfit",
         "regions",  "property",    "calibration",  "calibcurve",    "atom",      "element",
-        "lattice",  "lattice_use", "lattice_marks"};
+        "lattice",  "lattice_use", "lattice_marks", "print", "preview", "batchprint"};
     if (scale > 1 || !shown.contains(name) || !qEnvironmentVariableIsSet("VAEL_APPROVE")) return;
     const std::filesystem::path manual = std::filesystem::path(VAEL_SOURCE_DIR) / "docs/images";
     std::filesystem::create_directories(manual);

@@ -17,6 +17,9 @@
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
+#include "display/frmbatchprint.h"
+#include "display/frmpreview.h"
+#include "display/frmprint.h"
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
 #include "lattice/frmelement.h"
@@ -47,6 +50,9 @@ inline void FreshViews() {
     Unload(frmAtom);
     Unload(frmDialogCalibC);
     Unload(frmCalibCurv);
+    Unload(frmPrint);
+    Unload(frmPreView);
+    Unload(frmBatchPrint);
 }
 
 }  // namespace vael
