@@ -21,12 +21,14 @@ constexpr double BETWEEN_COLUMNS = 9.0;
 constexpr double BETWEEN_RUNS = 16.0;
 constexpr double HEADING_TO_VALUE = 8.0;
 constexpr double BETWEEN_BLOCKS = 22.0;
-constexpr double WIDEST_VALUE = 150.0;
+constexpr double WIDEST_BESIDE_TABLE = 120.0;  // a value of a block
+constexpr double WIDEST_ABOVE_TABLE = 180.0;
 constexpr double LEFT = MARGIN + 34.0;  // of the plots: the count axis stands left of it
 constexpr double LEAST_PLOTS = 210.0;   // heights of all curves together on an upright page
 constexpr double MOST_PLOTS = 330.0;
-constexpr int BAND_ROWS = 12;   // rows below the plots of a page that is wider than tall
-constexpr std::size_t FEW = 3;  // rows of a table that are not worth their heading
+constexpr std::size_t BAND_ROWS = 12;  // rows below the plots of a page that is wider than tall
+constexpr std::size_t TALL_ROWS = 17;  // the same where blocks stand one above the other
+constexpr std::size_t FEW = 3;         // rows of a table that are not worth their heading
 
 /// Columns of the table: their widths, and how much of the page one run of them takes.
 struct Columns {
@@ -56,24 +58,29 @@ public:
         canvas_.ScaleReset();
         size_ = canvas_.PixelSize();
         columns_ = MeasureColumns();
-        blocksHigh_ = BlocksHeight();
+        ArrangeBlocks();
     }
 
     bool Draw(const NextPage& next);
 
 private:
     [[nodiscard]] bool Wide() const { return size_.Width > size_.Height; }
+    [[nodiscard]] double WidestValue() const {
+        return Wide() ? WIDEST_BESIDE_TABLE : WIDEST_ABOVE_TABLE;
+    }
     [[nodiscard]] double Bottom() const { return size_.Height - FOOT; }
     [[nodiscard]] double Right() const { return size_.Width - MARGIN; }
     [[nodiscard]] std::size_t TableRows() const { return page_.Table.Rows.size(); }
     [[nodiscard]] bool HasTable() const { return !page_.Table.Head.empty(); }
     [[nodiscard]] Columns MeasureColumns();
-    [[nodiscard]] double BlocksHeight() const;
+    void ArrangeBlocks();
+    void PlaceBlocks(std::size_t rows);
+    [[nodiscard]] std::pair<double, double> WidthsOf(const PageBlock& block);
     [[nodiscard]] TableRoom RoomIn(const Rect& at) const;
     [[nodiscard]] std::vector<PlotPlace> PlacePlots(double top, double bottom) const;
     [[nodiscard]] double FixedRoom() const;
     double DrawPlots(double top);
-    double DrawBlocks(double top);
+    void DrawBlocks(double top);
     void StartPage(int number, int pages);
     std::size_t DrawTable(const TableRoom& room, std::size_t next);
 
@@ -82,7 +89,9 @@ private:
     const PageData& page_;
     Extent size_;
     Columns columns_;
+    std::vector<Spot> places_;  // of the blocks, from the first one's corner down
     double blocksHigh_ = 0.0;
+    double blocksRight_ = 0.0;  // where something may stand beside them
 };
 
 bool PageDrawer::Draw(const NextPage& next) {
@@ -90,10 +99,10 @@ bool PageDrawer::Draw(const NextPage& next) {
     const double top = HEAD_END + 4.0;
     canvas_.Clear(PAPER);
     const double below = DrawPlots(top);
-    const double beside = DrawBlocks(below);
+    DrawBlocks(below);
     Rect rest{MARGIN, below, Right(), Bottom()};
     if (Wide())
-        rest.Left = beside;
+        rest.Left = blocksRight_;
     else
         rest.Top += blocksHigh_ > 0.0 ? blocksHigh_ + GAP : 0.0;
     TableRoom room = RoomIn(rest);
@@ -173,7 +182,7 @@ double PageDrawer::DrawPlots(double top) {
     const double blocks = blocksHigh_ > 0.0 ? blocksHigh_ + GAP : 0.0;
     double bottom = Bottom();
     if (Wide()) {
-        const double band = std::max(blocksHigh_, BAND_ROWS * LINE_STEP);
+        const double band = std::max(blocksHigh_, static_cast<double>(BAND_ROWS) * LINE_STEP);
         if (blocks > 0.0 || HasTable()) bottom -= band;
     } else {
         // The whole table on this page where the plots stay tall enough; else it goes on.
@@ -194,35 +203,64 @@ double PageDrawer::DrawPlots(double top) {
 
 // --- blocks -----------
 
-double PageDrawer::BlocksHeight() const {
-    std::size_t most = 0;
-    for (const PageBlock& block : page_.Blocks) most = std::max(most, block.Lines.size() + 1);
-    return static_cast<double>(most) * LINE_STEP;
+/// Widths of a block's headings and of its values.
+std::pair<double, double> PageDrawer::WidthsOf(const PageBlock& block) {
+    canvas_.FontSize = BLOCK_SIZE;
+    double heading = 0.0;
+    double value = 0.0;
+    for (const auto& [name, text] : block.Lines) {
+        heading = std::max(heading, canvas_.TextWidth(name));
+        value = std::max(value, std::min(canvas_.TextWidth(text), WidestValue()));
+    }
+    return {heading, value};
 }
 
-/// The blocks side by side; the abscissa where the next thing may stand.
-double PageDrawer::DrawBlocks(double top) {
+/// Side by side; on a page that is wider than tall, where the table would find no room beside them
+/// so, one above the other.
+void PageDrawer::ArrangeBlocks() {
+    PlaceBlocks(0);
+    if (Wide() && HasTable() && Right() - blocksRight_ < columns_.Wide) PlaceBlocks(TALL_ROWS);
+}
+
+/// Columns of blocks with as many rows as fit in `rows`, and one block at least.
+void PageDrawer::PlaceBlocks(std::size_t rows) {
+    places_.clear();
+    blocksHigh_ = 0.0;
+    std::size_t used = 0;
     double left = MARGIN;
+    double right = MARGIN;
     for (const PageBlock& block : page_.Blocks) {
-        canvas_.FontSize = BLOCK_SIZE;
-        double heading = 0.0;
-        double value = 0.0;
-        for (const auto& [name, text] : block.Lines) {
-            heading = std::max(heading, canvas_.TextWidth(name));
-            value = std::max(value, std::min(canvas_.TextWidth(text), WIDEST_VALUE));
+        const std::size_t lines = block.Lines.size() + 1;
+        if (used > 0 && used + 1 + lines > rows) {
+            left = right + BETWEEN_BLOCKS;
+            used = 0;
+        } else if (used > 0) {
+            ++used;  // an empty line between them
         }
-        double y = top;
-        Write(canvas_, left, y, block.Title, QUIET, BLOCK_SIZE, true);
-        const double title = canvas_.TextWidth(block.Title) * 1.1;
+        places_.push_back({left, static_cast<double>(used) * LINE_STEP});
+        used += lines;
+        const auto [heading, value] = WidthsOf(block);
+        canvas_.FontBold = true;
+        const double title = canvas_.TextWidth(block.Title);
+        canvas_.FontBold = false;
+        right = std::max(right, left + std::max(heading + HEADING_TO_VALUE + value, title));
+        blocksHigh_ = std::max(blocksHigh_, static_cast<double>(used) * LINE_STEP);
+    }
+    blocksRight_ = page_.Blocks.empty() ? MARGIN : right + BETWEEN_BLOCKS;
+}
+
+void PageDrawer::DrawBlocks(double top) {
+    for (std::size_t k = 0; k < page_.Blocks.size(); ++k) {
+        const PageBlock& block = page_.Blocks[k];
+        const double values = places_[k].X + WidthsOf(block).first + HEADING_TO_VALUE;
+        double y = top + places_[k].Y;
+        Write(canvas_, places_[k].X, y, block.Title, QUIET, BLOCK_SIZE, true);
         for (const auto& [name, text] : block.Lines) {
             y += LINE_STEP;
-            Write(canvas_, left, y, name, QUIET, BLOCK_SIZE);
-            Write(canvas_, left + heading + HEADING_TO_VALUE, y,
-                  Fitted(canvas_, text, WIDEST_VALUE), INK, BLOCK_SIZE);
+            Write(canvas_, places_[k].X, y, name, QUIET, BLOCK_SIZE);
+            Write(canvas_, values, y, Fitted(canvas_, text, WidestValue()), INK, BLOCK_SIZE);
         }
-        left += std::max(heading + HEADING_TO_VALUE + value, title) + BETWEEN_BLOCKS;
     }
-    return left;
 }
 
 // --- the table -----------

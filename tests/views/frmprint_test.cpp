@@ -209,7 +209,12 @@ TEST(PrintedPage, MarksOfReflectionsRegionsAndPeaksStandUprightAboveThePlot) {
     EXPECT_EQ(mark.Pen.Angle, 90.0);
     EXPECT_EQ(mark.Pen.Ink, paper::OnWhite(Rgb(255, 255, 0))) << "yellow is not seen on paper";
     EXPECT_EQ(w.Word("ROI 1").Pen.Angle, 90.0);
-    EXPECT_EQ(w.Word("1").Pen.Angle, 90.0) << "the peak's number";
+    const auto& texts = w.Log.Pages[0];
+    EXPECT_EQ(std::count_if(
+                  texts.begin(), texts.end(),
+                  [](const Drawn& each) { return each.Words == "1" && each.Pen.Angle == 90.0; }),
+              1)
+        << "the peak's number";
     const auto strokes = w.Log.Pages[0];
     EXPECT_GT(std::count_if(strokes.begin(), strokes.end(),
                             [](const Drawn& each) {
@@ -235,10 +240,11 @@ TEST(PrintedPages, APeakTableLongerThanAPageGoesOnToTheNext) {
     ASSERT_GT(w.Log.Pages.size(), 1U);
     std::set<std::string> rows;
     for (std::size_t page = 0; page < w.Log.Pages.size(); ++page) {
-        if (page > 0) EXPECT_TRUE(w.Log.Has(page, "Peak(Ch)"));
+        EXPECT_TRUE(page == 0 || w.Log.Has(page, "Peak(Ch)"));
         for (int k = 0; k < MAX_PEAKS; ++k) {
             const std::string place = std::to_string(40 * (k + 1) + 1) + ".0000";
-            if (w.Log.Has(page, place)) EXPECT_TRUE(rows.insert(place).second) << place;
+            if (!w.Log.Has(page, place)) continue;
+            EXPECT_TRUE(rows.insert(place).second) << place;
         }
     }
     EXPECT_EQ(rows.size(), 100U);
