@@ -14,13 +14,16 @@ namespace {
 constexpr const char* FOOTER = R"(
 Each spectrum goes the road of the window: smoothed, freed of its background, fitted without
 help, matched to the crystal, refined to a cell, and, with a pressure marker, turned
-into a pressure. Spectra: .npd, .xbm, .xba, .chn and .xbm under numeric extensions.
+into a pressure. Spectra: .npd, .rpt, .cnf, .xbm, .raw, .xba, .chn, .gsa, and .xbm under
+numeric extensions.
 "vael-batch convert --help" tells how to write them in another form.
 
 Examples:
   vael-batch --crystal Au run/*.npd
   vael-batch --crystal CeO2 --reflections "1 1 1,2 0 0,2 2 0" --format json CeO2H.npd
   vael-batch --crystal MgO --temperature 810.3K --out pages MgO_0019_d0.npd
+  vael-batch --crystal Au --run heating --against time run/*.npd
+  vael-batch --crystal NaCl --run night --watch incoming
 
 Exit status: 0 when every file gave a result, 1 when some did not (each is named with its reason),
 2 for a wrong call.)";
@@ -59,9 +62,10 @@ struct Typed {
     std::string Mode, Reflections, Temperature, Bg, Width, Pickup, TwoTheta, Smooth;
     std::string Outliers = "drop";
     std::string Calibration = "file";
-    std::string Format = "table";
+    std::string Format;
     std::string Fit = "nax";
     std::string Shape;
+    std::string Against = "number";
     int Threshold = 0;  // 0: the program's own
 };
 
@@ -116,17 +120,38 @@ void AddFitOptions(CLI::App& app, Typed& typed) {
 }
 
 void AddRunOptions(CLI::App& app, Typed& typed, BatchOptions& options) {
-    app.add_option("FILE", options.Files, "Spectra to reduce")->required();
+    app.add_option("FILE", options.Files, "Spectra to reduce");
     app.add_option("--data", options.DataFolder, "Folder of crystal.dat and the parameter files")
         ->check(CLI::ExistingDirectory);
     app.add_option("--out", options.OutFolder,
                    "Folder that receives for each file its peak list (CSV) and its page (SVG)");
-    app.add_option("--format", typed.Format, "Result on standard output: table, csv or json")
-        ->check(CLI::IsMember({"table", "csv", "json"}))
-        ->capture_default_str();
+    app.add_option("--format", typed.Format,
+                   "Result on standard output: table, csv or json (default table; with --run none)")
+        ->check(CLI::IsMember({"table", "csv", "json"}));
     app.add_option("--jobs", options.Jobs,
                    "Worker processes (default: all cores); the result does not depend on it")
         ->check(CLI::Range(1, 256));
+}
+
+void AddTableOptions(CLI::App& app, Typed& typed, BatchOptions& options) {
+    app.add_option(
+           "--run", options.Run,
+           "Writes the table STEM.csv with a row for each spectrum, and the picture STEM.svg "
+           "of pressure, temperature, volume and cell")
+        ->type_name("STEM");
+    app.add_option("--against", typed.Against, "Run: what stands across the picture")
+        ->check(CLI::IsMember({"number", "time"}))
+        ->capture_default_str();
+    app.add_option("--watch", options.Watch,
+                   "Run: reduces the spectra of this folder as they arrive, each once, until "
+                   "interrupted; a table that is there is gone on with")
+        ->check(CLI::ExistingDirectory)
+        ->type_name("DIR");
+    app.add_option("--settle", options.Settle,
+                   "Watch: seconds that a file must have stood unchanged to count as complete")
+        ->check(CLI::Range(0.1, 3600.0))
+        ->capture_default_str();
+    app.add_flag("--force", options.Force, "Run: replaces a table that is there");
 }
 
 void TakeReflections(const std::string& text, BatchOptions& options) {
@@ -172,9 +197,18 @@ void Understand(const Typed& typed, BatchOptions& options) {
         options.Smooth = -1;
     else if (!typed.Smooth.empty())
         options.Smooth = (static_cast<int>(Number(typed.Smooth)) - 5) / 2;  // 5, 7, 9, 11 points
-    options.Format = typed.Format == "json"  ? BatchFormat::Json
-                     : typed.Format == "csv" ? BatchFormat::Csv
-                                             : BatchFormat::Table;
+    options.Format = typed.Format == "json"                         ? BatchFormat::Json
+                     : typed.Format == "csv"                        ? BatchFormat::Csv
+                     : typed.Format.empty() && !options.Run.empty() ? BatchFormat::None
+                                                                    : BatchFormat::Table;
+    options.Against = typed.Against == "time" ? RunAxis::Time : RunAxis::Number;
+    if (options.Run.empty() && !options.Watch.empty())
+        throw CLI::ValidationError("--watch", "needs --run, the table to write");
+    if (options.Run.empty() && options.Force)
+        throw CLI::ValidationError("--force", "needs --run, the table to replace");
+    if (!options.Watch.empty() && !options.Files.empty())
+        throw CLI::ValidationError("--watch", "takes the files of its folder, not FILE");
+    if (options.Watch.empty() && options.Files.empty()) throw CLI::RequiredError("FILE");
     if (options.Crystal.empty() && (options.Mode || !options.Rules.Reflections.empty()))
         throw CLI::ValidationError("--crystal", "is needed for --mode and --reflections");
 }
@@ -187,9 +221,11 @@ BatchCall ReadCall(int count, const char* const* words) {
     CLI::App app{
         "vael-batch reduces energy-dispersive diffraction spectra to peaks, cell and pressure."};
     app.footer(FOOTER);
+    app.set_version_flag("--version", "vael-batch " VAEL_VERSION);
     AddLatticeOptions(app, typed, options);
     AddFitOptions(app, typed);
     AddRunOptions(app, typed, options);
+    AddTableOptions(app, typed, options);
     return CallOf<BatchCall>(app, options, [&] {
         app.parse(count, words);
         Understand(typed, options);

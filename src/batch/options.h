@@ -1,6 +1,7 @@
 // What the batch program is asked to do: its command line as a record.
 #pragma once
 
+#include "batch/runpicture.h"
 #include "lattice/outliers.h"
 
 #include <optional>
@@ -9,7 +10,7 @@
 
 namespace vael {
 
-enum class BatchFormat { Table, Csv, Json };
+enum class BatchFormat { None, Table, Csv, Json };
 
 struct BatchOptions {
     std::vector<std::string> Files;
@@ -31,7 +32,12 @@ struct BatchOptions {
     std::string DataFolder;           // crystal.dat and the parameter files
     std::string OutFolder;            // empty: no peak lists, no pages
     BatchFormat Format = BatchFormat::Table;
-    int Jobs = 0;  // 0: all cores
+    std::string Run;                    // STEM of the run's table and picture; empty: none
+    RunAxis Against = RunAxis::Number;  // across the picture
+    std::string Watch;                  // folder whose files are reduced as they arrive
+    double Settle = 2.0;                // seconds that a file must have stood unchanged
+    bool Force = false;                 // a table that is there is replaced
+    int Jobs = 0;                       // 0: all cores
 };
 
 /// What came of reading a command line: options, or a text to print and the status to end with.

@@ -74,13 +74,15 @@ public:
     Pool(const Pool&) = delete;
     Pool& operator=(const Pool&) = delete;
 
-    void Run(int count, int jobsAWorker, const PoolResult& result,
-             const std::function<void(int)>& progress) {
+    int Run(int count, int jobsAWorker, const PoolResult& result,
+            const std::function<void(int)>& progress, const std::function<bool()>& stop) {
         int next = 0;
         int told = 0;
         int done = 0;
         std::map<int, std::pair<std::string, std::string>> waiting;
         while (told < count) {
+            if (stop()) count = next;  // what is under way is waited for
+            if (told == count) break;
             for (Worker& worker : workers_) {
                 if (worker.Job >= 0 || next >= count) continue;
                 if (worker.Done >= jobsAWorker) Renew(worker);
@@ -99,6 +101,7 @@ public:
                 ++told;
             }
         }
+        return told;
     }
 
 private:
@@ -117,6 +120,7 @@ private:
                     if (fd >= 0) ::close(fd);
             ::close(down[1]);
             ::close(up[0]);
+            std::signal(SIGINT, SIG_IGN);  // the parent decides when the run ends
             Serve(down[0], up[1], job_);
         }
         ::close(down[0]);
@@ -155,8 +159,8 @@ private:
         for (const Worker& worker : workers_)
             polls.push_back(
                 {.fd = worker.Job >= 0 ? worker.From : -1, .events = POLLIN, .revents = 0});
-        while (::poll(polls.data(), polls.size(), -1) < 0 && errno == EINTR) {
-        }
+        if (::poll(polls.data(), polls.size(), -1) < 0)
+            return {};  // a signal: look at `stop` first
         Outcomes out;
         for (std::size_t k = 0; k < workers_.size(); ++k) {
             if (polls[k].revents == 0) continue;
@@ -189,10 +193,10 @@ private:
 
 }  // namespace
 
-void RunPool(int workers, int count, int jobsAWorker, const PoolJob& job, const PoolResult& result,
-             const std::function<void(int)>& progress) {
+int RunPool(int workers, int count, int jobsAWorker, const PoolJob& job, const PoolResult& result,
+            const std::function<void(int)>& progress, const std::function<bool()>& stop) {
     Pool pool(std::clamp(workers, 1, std::max(1, count)), job);
-    pool.Run(count, jobsAWorker, result, progress);
+    return pool.Run(count, jobsAWorker, result, progress, stop);
 }
 
 }  // namespace vael

@@ -3,6 +3,7 @@
 
 #include "analysis/naxwalk.h"
 #include "batch/batchdesk.h"
+#include "batch/runtable.h"
 #include "core/fault.h"
 #include "core/frmlog.h"
 #include "core/frmvaelana.h"
@@ -101,6 +102,7 @@ RoadResult Road::Go(const std::string& file) {
         Click(options_.Express ? frmVaelAna.mnuExpressFit : frmVaelAna.mnuNaxFit);
 
         Click(frmVaelAna.mnuLoad);
+        result.Remarked = !logged.empty();
         if (Item(store.GraphList, 0).State == 0) {
             result.Message = logged.empty() ? Joined(faults) : logged.front();
             return finish("unreadable");
@@ -116,6 +118,8 @@ RoadResult Road::Go(const std::string& file) {
         const ParamRecord& param = Item(store.PropertyRecords, slot).Param;
         result.TemperatureC = param.Temperature;
         result.TwoTheta = param.TwoTheta;
+        const PropertyRecord& about = Item(store.PropertyRecords, slot);
+        result.Time = Moment(about.OpDate.View(), about.OpTime.View());
         if (!logged.empty()) result.Message = logged.front();  // a file cut off in its counts
 
         Click(frmVaelAna.cmdAutoFit);

@@ -32,6 +32,8 @@ struct RoadResult {
     std::int16_t Channels = 0;
     std::optional<double> TemperatureC;
     std::optional<double> TwoTheta;
+    std::string Time;       // start of the measurement, "2018-10-10 09:05:41"; empty where not told
+    bool Remarked = false;  // the reader had something to say of the file
     std::vector<RoadPeak> Peaks;
     std::optional<LatticeValues> Cell;  // calculated, with something to show
     int System = 0;

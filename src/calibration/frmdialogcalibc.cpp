@@ -401,6 +401,10 @@ DialogCalibCView::DialogCalibCView() : View("frmDialogCalibC", "Energy Constans 
     Wire(*this);
 }
 
+int DialogCalibCView::WinNo() const { return GetRealWinNo(); }
+
+int DialogCalibCView::GrpNo() const { return GraphNo(); }
+
 void ShowDialogCalibC() {
     V& v = frmDialogCalibC;
     if (v.Visible) return;
@@ -412,8 +416,6 @@ void ShowDialogCalibC() {
     v.optCnst[LINEAR].Value = !v.optCnst[SQUARE].Value;
     v.FitFailed = false;
     v.lblFit.Caption.clear();
-    v.WinNo = GetRealWinNo();
-    v.GrpNo = GraphNo();
     FillCalibFiles();
     GoTo(v.vaSpread1.Row);
     v.Visible = true;

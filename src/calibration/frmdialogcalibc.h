@@ -21,8 +21,10 @@ struct DialogCalibCView : View {
     enum FileColumn { NAME = 1, FOLDER };
     enum PairColumn { CHANNEL = 1, ENERGY };
 
-    int WinNo = 0;  // window and row that it works on
-    int GrpNo = 0;
+    /// Window and row that it works on: those that are current.
+    [[nodiscard]] int WinNo() const;
+    [[nodiscard]] int GrpNo() const;
+
     std::vector<std::string> Files;                 // paths, in the order of the list
     int ShownFile = -1;                             // index of the one in the rows
     int ShownSlot = -1;                             // and its slot

@@ -36,6 +36,7 @@ LogView::LogView() : View("frmLog", "Log") {
 void PutLog(const std::string& text) {
     LogView& v = frmLog;
     v.Line[static_cast<std::size_t>(v.WriteIndex)] = text + "\r\n";
+    ++v.LinesEver;
     if (v.LineCount < LOG_LINES)
         ++v.LineCount;
     else

@@ -18,6 +18,7 @@ struct LogView : View {
     std::int16_t WriteIndex = 0;
     std::int16_t OldestIndex = 0;
     std::int16_t LineCount = 0;
+    std::int64_t LinesEver = 0;  // since the start; clearing does not lower it
 
     TextBox txtMessage{*this, "txtMessage"};
     Button cmdClear{*this, "cmdClear", "Clear"};

@@ -66,6 +66,7 @@ void LoadChosen(const FileChoice& chosen) {
     store.DataDrive = first.Drive;
     store.DataFolder = first.Folder;
 
+    const std::int64_t linesBefore = frmLog.LinesEver;
     int read = 0;
     std::string refused;
     const auto count = std::min<std::size_t>(chosen.Paths.size(), GRAPH_COUNT);
@@ -84,7 +85,7 @@ void LoadChosen(const FileChoice& chosen) {
         TellStatus("Not read: " + refused + " (the reason stands in the log)." + left, true);
     else
         TellStatus("Opened " + std::to_string(read) + (read == 1 ? " spectrum." : " spectra.") +
-                   left);
+                   (frmLog.LinesEver > linesBefore ? " The log has remarks." : "") + left);
 }
 
 /// The open dialog and its files; false when it was cancelled. The desk hands over any number of
@@ -163,6 +164,11 @@ void LoadNew() {
 }
 
 void FileLoad() { (void)AskAndLoad(); }
+
+void OpenNamed(const std::vector<std::string>& paths) {
+    if (paths.empty()) return;
+    LoadChosen({.Paths = paths, .FilterIndex = FilterIndexFor(OPEN_FILTER)});
+}
 
 void ReadGraph(int win, int row, const std::string& path, std::int16_t& ok) {
     ok = FALSE_WORD;

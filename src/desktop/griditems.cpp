@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
@@ -239,7 +240,11 @@ private:
 }  // namespace
 
 GridWidget::GridWidget(QWidget* parent)
-    : QTableView(parent), model_(std::make_unique<GridModel>()) {
+    : QTableView(parent), model_(std::make_unique<GridModel>()), corner_(new QLabel(this)) {
+    corner_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    corner_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    corner_->setTextFormat(Qt::PlainText);
+    corner_->hide();
     setModel(model_.get());
     setItemDelegate(new GridDelegate(*model_, this));
     setSelectionMode(QAbstractItemView::SingleSelection);
@@ -266,10 +271,26 @@ void GridWidget::Show(const Grid& record) {
     horizontalHeader()->setVisible(model_->HasHead(Qt::Horizontal));
     verticalHeader()->setVisible(model_->HasHead(Qt::Vertical));
     if (widths_ != record.Widths) ShowWidths(record);
+    const QString corner = QString::fromStdString(record.At(0, 0).Text);
+    if (corner != corner_->text()) {
+        corner_->setText(corner);
+        updateGeometries();
+    }
     const QModelIndex current = record.Row > 0 && record.Col > 0
                                     ? model_->index(record.Row - 1, record.Col - 1)
                                     : QModelIndex();
     if (current != currentIndex()) setCurrentIndex(current);
+}
+
+void GridWidget::updateGeometries() {
+    QTableView::updateGeometries();
+    constexpr int gap = 4;  // as the heads of the rows keep from their edge
+    const QRect rows = verticalHeader()->geometry();
+    const QRect columns = horizontalHeader()->geometry();
+    corner_->setGeometry(rows.left(), columns.top(), rows.width() - gap, columns.height());
+    corner_->setVisible(!corner_->text().isEmpty() && !verticalHeader()->isHidden() &&
+                        !horizontalHeader()->isHidden());
+    corner_->raise();
 }
 
 void GridWidget::ShowWidths(const Grid& record) {

@@ -8,6 +8,8 @@
 #include <functional>
 #include <memory>
 
+class QLabel;
+
 namespace vael {
 
 class GridModel;
@@ -29,6 +31,7 @@ public:
     [[nodiscard]] QPoint MiddleOf(int column, int row) const;
 
 protected:
+    void updateGeometries() override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -42,6 +45,7 @@ private:
     std::function<void()> again_;
     std::unique_ptr<GridModel> model_;
     std::vector<int> widths_;
+    QLabel* corner_;  // the head over the heads of the rows, which a table has no words for
     QPersistentModelIndex pressed_;
 };
 

@@ -89,44 +89,6 @@ void BeginLog() {
     WriteLatticeLog(LogPeaks(LatticePeaks(LatticeSource(), HandMadePeaks())));
 }
 
-/// Opening, on the current row. Until the crystals are read nothing is seen of it.
-void Load() {
-    V& v = frmPeakCal;
-    const WhileLoading loading;
-    const int row = GraphNo();
-    const GraphEntry& entry = Item(store.GraphList, row);
-    CrystalTable crystals = ReadCrystalFile(store.ProgramFolder + "/crystal.dat");
-    // 1. Tabs, unit, mode.
-    v.tabLatticeFit.Index = 0;
-    tabLatticeFit_Click();
-    v.cmbUnit.Index = TEMPERATURE_CELSIUS;
-    Set(v.optSelectMode[MODE_MARKER]);
-    // 2. The graph.
-    v.Slot = entry.DataNo;
-    v.FileName = Property().FileName.Trimmed();
-    v.txt2Theta.Enabled = v.cmd2ThetaCalib.Enabled = !IsDac();
-    // 3. Its peaks, the crystals, the range.
-    ClearLatticeMatch();
-    latticeState.UseListValid = FALSE_WORD;
-    (void)LookAtGraph();
-    (void)FollowSlot();
-    v.Cur2Theta = Property().Param.TwoTheta;
-    v.txt2Theta.Text = FormatNumber(v.Cur2Theta, "#0.00000");
-    v.txtTemp.Tip = "Temperature of the sample; the file says " +
-                    FormatNumber(Property().Param.Temperature, "0.0") + " ℃";
-    CopyPeakInfo();
-    latticeState.Table = std::move(crystals);
-    FillCrystalList();
-    ShowPickup();
-    // 4. The log, and the window.
-    v.Visible = true;
-    v.WindowMode = 1;
-    TopMost(v);
-    TellLattice("The lattice view is open on row " + std::to_string(row + 1) +
-                ": choose a crystal, then execute.");
-    BeginLog();
-}
-
 /// The log goes where the user says, under the graph's name.
 void KeepResult(const std::string& log) {
     const V& v = frmPeakCal;
@@ -228,6 +190,9 @@ void Wire(V& v) {
     v.txtPickupRange.Leave = txtPickupRange_Leave;
     v.txt2Theta.Leave = txt2Theta_Leave;
     v.tabLatticeFit.Click = tabLatticeFit_Click;
+    v.cmbUnit.Click = [] {
+        frmPeakCal.lblTempUnit.Visible = frmPeakCal.cmbUnit.Index == TEMPERATURE_CELSIUS;
+    };
     for (Grid* grid : {&v.sprPeakInf, &v.sprPeakInf2, &v.sprPeakInf3, &v.sprPeakInf4})
         grid->CellClick = [grid](int, int row) { PeakLine_Click(*grid, row); };
     for (Grid* grid : {&v.sprPeakInf2, &v.sprPeakInf4})
@@ -275,11 +240,49 @@ void WriteLatticeLog(const std::string& utf8) {
     Say("The lattice log cannot be written: " + log.Trouble);
 }
 
+void InitForm() {
+    V& v = frmPeakCal;
+    const WhileLoading loading;
+    const int row = GraphNo();
+    const GraphEntry& entry = Item(store.GraphList, row);
+    // Until the crystals are read nothing is seen of it.
+    CrystalTable crystals = ReadCrystalFile(store.ProgramFolder + "/crystal.dat");
+    // 1. Tabs, unit, mode.
+    v.tabLatticeFit.Index = 0;
+    tabLatticeFit_Click();
+    v.cmbUnit.Index = TEMPERATURE_CELSIUS;
+    Set(v.optSelectMode[MODE_MARKER]);
+    // 2. The graph.
+    v.Slot = entry.DataNo;
+    v.FileName = Property().FileName.Trimmed();
+    v.txt2Theta.Enabled = v.cmd2ThetaCalib.Enabled = !IsDac();
+    // 3. Its peaks, the crystals, the range.
+    ClearLatticeMatch();
+    latticeState.UseListValid = FALSE_WORD;
+    (void)LookAtGraph();
+    (void)FollowSlot();
+    v.Cur2Theta = Property().Param.TwoTheta;
+    v.txt2Theta.Text = FormatNumber(v.Cur2Theta, "#0.00000");
+    v.txtTemp.Tip = "Temperature of the sample; the file says " +
+                    FormatNumber(Property().Param.Temperature, "0.0") + " ℃";
+    CopyPeakInfo();
+    latticeState.Table = std::move(crystals);
+    FillCrystalList();
+    ShowPickup();
+    // 4. The log, and the window.
+    v.Visible = true;
+    v.WindowMode = 1;
+    TopMost(v);
+    TellLattice("The lattice view is open on row " + std::to_string(row + 1) +
+                ": choose a crystal, then execute.");
+    BeginLog();
+}
+
 void ShowPeakCal() {
     V& v = frmPeakCal;
     if (NothingThere()) return;
     if (!v.Visible) {
-        Load();
+        InitForm();
         return;
     }
     if (v.Slot == DataNo()) {
@@ -288,7 +291,7 @@ void ShowPeakCal() {
     }
     EndPeakCal();
     // The view is made anew once this command has returned, and opens then.
-    Afterwards([] { RunEvent(frmVaelAna, Load); });
+    Afterwards([] { RunEvent(frmVaelAna, InitForm); });
 }
 
 void RefreshPeakCal() {

@@ -22,6 +22,10 @@ inline LatticeState latticeState;
 struct PeakCalView : View {
     PeakCalView();
 
+    /// Window and row that it works on; -1 for the row while it is not open.
+    [[nodiscard]] std::int16_t GetWinNo() const { return WinNo; }
+    [[nodiscard]] std::int16_t GetGrpNo() const { return GrpNo; }
+
     /// Columns of the two lists against the seed; the number of the peak stands in column 0. The
     /// second of them goes on with the calculated cell.
     enum Column { CH = 1, KEV, D_OBS, D_SEED, DEVIATION, HKL, USE, TYPE, D_CALC, RELATIVE };
@@ -67,8 +71,8 @@ struct PeakCalView : View {
     Label lblLatticeType{*this, "lblLatticeType", "System"};
     ListBox cmbLatticeType{*this, "cmbLatticeType"};
 
-    Frame fraCell{*this, "fraCell", "Cell"};
-    Label lblCrystalData{*this, "lblCrystalData", "Crystal Data"};
+    Frame fraCrystalData{*this, "fraCrystalData", "Crystal Data"};
+    Frame fraInitialValue{*this, "fraInitialValue", "Initial Value"};
     Label lblInitial{*this, "lblInitial", "Initial"};
     Label lblCalculated{*this, "lblCalculated", "Calculated"};
     ControlArray<Label, 6> lblSeed{*this, "lblSeed", {"a", "b", "c", "alpha", "beta", "gamma"}};
@@ -87,6 +91,7 @@ struct PeakCalView : View {
     Label lblTemp{*this, "lblTemp", "Temperature"};
     TextBox txtTemp{*this, "txtTemp", "27.0"};
     ListBox cmbUnit{*this, "cmbUnit", {"℃", "Ｋ"}};
+    Label lblTempUnit{*this, "lblTempUnit", "(C)"};  // stands while the list says the same
 
     Frame fra2Theta{*this, "fra2Theta", "2Theta Calibration for Cubic Type"};
     Label lblExpected2theta{*this, "lblExpected2theta", "Expected 2Theta"};
@@ -129,9 +134,12 @@ struct PeakCalView : View {
 
 inline PeakCalView frmPeakCal;
 
+/// Sets a view that is not open up for the current row, which holds a graph, and shows it on top:
+/// lists, peaks, a log that begins. Faults: those of the crystal file; nothing is opened then.
+void InitForm();
+
 /// Opens the view on the current row: reads crystal.dat of the program's folder, begins a log. One
-/// that stands open on another row is ended first, as its "Exit" does. Faults: those of the crystal
-/// file; nothing is opened then.
+/// that stands open on another row is ended first, as its "Exit" does. Faults: as InitForm.
 void ShowPeakCal();
 
 /// While the view is shown: follows its slot's row, and ends when that has none any more. Peaks or

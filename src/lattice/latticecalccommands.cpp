@@ -68,6 +68,10 @@ std::optional<CalcRequest> RequestNow() {
         Refuse("Temp Error", "the temperature is no number.");
         return std::nullopt;
     }
+    if (v.SelMode == MODE_MARKER && ToKelvin(*temperature, v.cmbUnit.Index) <= 0.0) {
+        Refuse("Temp Error", "the temperature must lie above 0 K.");
+        return std::nullopt;
+    }
     v.CurTemp = *temperature;
     if (v.SelLattice < SYSTEM_CUB || v.SelLattice > SYSTEM_TRI || SelectedCrystal() < 0) {
         Refuse("Lattice Type Error", "there is no crystal with a known system.");
@@ -173,11 +177,7 @@ void cmdCal_Click() {
     } catch (const std::exception& trouble) {
         v.Values.reset();
         FillReflections();
-        const bool cold =
-            IsNumeric(v.txtTemp.Text) && ToKelvin(Number(v.txtTemp.Text), v.cmbUnit.Index) <= 0.0;
-        TellLattice(std::string("Not calculated: ") + trouble.what() +
-                        (cold ? " The temperature is not above 0 K." : ""),
-                    true);
+        TellLattice(std::string("Not calculated: ") + trouble.what(), true);
         return;
     }
     if (v.Values->HasBoxes) ShowResults();
@@ -217,7 +217,8 @@ void DataSave() {
         Say("LatticeFit Temp File Open Error");
         return;
     }
-    TellLattice("Saved the calculation as " + path + ".");
+    TellLattice(report.HasBoxes ? "Saved the calculation as " + path + "."
+                                : "Saved the peaks as " + path + "; there is no calculation.");
 }
 
 void Command1_Click() {

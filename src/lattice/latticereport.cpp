@@ -50,9 +50,11 @@ std::string LatticeReportText(const PropertyRecord& property, const std::vector<
                   Fine(row.DObs), Fine(row.DSeed), Fine(row.Deviation())});
     // 4. The result, and the rows in use against it.
     out.Line({"LATTICE CONSTANTS"});
-    BoxLine(out, "A    =", report.LatticeLength[0]);
-    BoxLine(out, "V    =", report.Vol);
-    BoxLine(out, "V/V0 =", report.VolPerVol0);
+    // Boxes keep what an earlier calculation has shown, maybe of another crystal: no result then.
+    const bool shown = report.HasBoxes;
+    BoxLine(out, "A    =", shown ? report.LatticeLength[0] : "");
+    BoxLine(out, "V    =", shown ? report.Vol : "");
+    BoxLine(out, "V/V0 =", shown ? report.VolPerVol0 : "");
     out.Line({"NO", "H", "K", "L", "CH", "E", "DO", "DC", "DR"});
     for (const LatticeRow& row : report.Rows) {
         if (!row.Used || !row.DCalc) continue;
@@ -62,7 +64,7 @@ std::string LatticeReportText(const PropertyRecord& property, const std::vector<
                   relative ? Fine(*relative) : ""});
     }
     // 5. The pressure.
-    if (report.Mode == MODE_MARKER && FindScale(MarkerKey(report.Crystal))) {
+    if (shown && report.Mode == MODE_MARKER && FindScale(MarkerKey(report.Crystal))) {
         out.Line({"*** JAMIESON SCALE AT T=" + TemperatureWords(report)});
         out.Line({"P(GPA)= ", report.Pressure});
     }

@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QTabBar>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -84,6 +85,17 @@ TEST(LatticeOnScreen, EveryControlIsPressedOnTheWayToAResult) {
     ASSERT_TRUE(world.Desk.FormOfView(v)->isVisible());
     EXPECT_FALSE(world.Widget(v, "cmdCal2").isEnabled());
     EXPECT_EQ(world.Table(v.sprPeakInf).model()->rowCount(), 7);
+    // The head over the numbers of the peaks is seen, in the corner and whole.
+    const GridWidget& list = world.Table(v.sprPeakInf);
+    const auto labels = list.findChildren<QLabel*>();
+    const auto head = std::find_if(labels.begin(), labels.end(), [](const QLabel* label) {
+        return label->text() == QStringLiteral("Peak No.");
+    });
+    ASSERT_NE(head, labels.end());
+    EXPECT_TRUE((*head)->isVisible());
+    EXPECT_TRUE(list.rect().contains((*head)->geometry()));
+    EXPECT_LE((*head)->sizeHint().width(), (*head)->width());
+    EXPECT_LT((*head)->geometry().bottom(), list.viewport()->geometry().top());
 
     // The marker: crystal, seed, range, temperature, calculation.
     world.ChooseGold();

@@ -125,8 +125,9 @@ TEST(WindowMonkey, EveryWidgetShowsItsRecordAfterEveryAct) {
 
     std::vector<std::string> files;
     QTemporaryDir folder;
-    std::filesystem::copy_file(VAEL_SOURCE_DIR "/data/crystal.dat",
-                               folder.filePath(QStringLiteral("crystal.dat")).toStdString());
+    for (const std::string name : {"crystal.dat", "atomic.dat"})
+        std::filesystem::copy_file(VAEL_SOURCE_DIR "/data/" + name,
+                                   folder.path().toStdString() + "/" + name);
     {
         test::DeskWorld world;  // leaves a fresh store and fresh views behind
     }

@@ -99,6 +99,17 @@ TEST(Formats, AFileThatIsRefusedSaysWhyInTheLogAndLeavesTheRowsAsTheyWere) {
     }
 }
 
+TEST(Formats, AFileReadWithARemarkSaysInTheStatusLineThatTheLogHasIt) {
+    Formats w;
+    Image cut(40);
+    cut.Put(30, std::int16_t{3}).Put(32, std::int32_t{5}).Put(36, std::int32_t{6});
+    w.Open({w.Folder.Write("cut.chn", cut.Bytes())});
+    EXPECT_TRUE(Formats::Logged("cut.chn: ")) << frmLog.txtMessage.Text;
+    EXPECT_EQ(frmVaelAna.lblStatus.Caption, "Opened 1 spectrum. The log has remarks.");
+    w.Open({w.Spectrum("good.npd", 300)});
+    EXPECT_EQ(frmVaelAna.lblStatus.Caption, "Opened 1 spectrum.");
+}
+
 TEST(Formats, EachAsksInItsOwnWordsWithNoAsTheDefaultAndNoKeepsTheOldFile) {
     const struct {
         const char* Name;

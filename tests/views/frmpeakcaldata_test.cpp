@@ -64,10 +64,12 @@ TEST(MeasuredLattice, AGoldWireInAirHasNoPressure) {
     MEASURED_OR_SKIP(path, "AuWire.npd");
     Fitted w(path);
     w.Calculate("Au", "25", false);
+    const std::string all = v.txtLatticeLength[0].Text;
     // Fluorescence and escape lines that fell on a reflection.
     w.Untick({{"(4 4 0)", 2116.1}, {"(6 2 2)", 2460.0}, {"(6 2 2)", 2532.9}});
     w.Execute();
     EXPECT_NEAR(w.Value(v.txtLatticeLength[0]), 4.0786, 0.0006);
+    EXPECT_EQ(v.txtLatticeLength[0].Text, all) << "their d is too small to count in any case";
     EXPECT_NEAR(w.Value(v.txtPressure), 0.0, 0.15);
 }
 
@@ -149,6 +151,62 @@ std::vector<int> RowsLeftOutByRule() {
     return rows;
 }
 
+void UntickByRule() {
+    const std::vector<int> foreign = RowsLeftOutByRule();
+    for (int line = 1; line <= v.sprPeakInf2.Rows(); ++line) {
+        const int row = std::stoi(LatticeWorld::Cell(v.sprPeakInf2, 0, line)) - 1;
+        if (std::find(foreign.begin(), foreign.end(), row) == foreign.end()) continue;
+        EXPECT_TRUE(Tick(v.sprPeakInf2, PeakCalView::USE, line));
+    }
+}
+
+// The rows of the salt with iron, by name. The rules above are no help there: two lines of iron are
+// stronger than those of the salt on whose reflections they fell (4 0 0 and 4 2 2), so that keeping
+// the strongest of a reflection throws the salt's own lines away.
+
+/// 110, 200, 211, 220 and 310 of iron, and 331 of the salt, which the seed puts on 420.
+const std::vector<NamedRow> IRON_IN_SALT{{"(2 2 0)", 1756.4}, {"(4 0 0)", 2484.3},
+                                         {"(4 2 2)", 3043.1}, {"(4 4 0)", 3514.3},
+                                         {"(6 2 0)", 3928.2}, {"(4 2 0)", 2802.8}};
+/// The salt's own two faintest lines, of fewer than 1000 counts: their centres are known to 0.3
+/// channels, a part in 10000. The fit does not weigh its rows, and in 1/d^2 the row of the largest
+/// indices pulls most, so that one such line moves the cell by more than the scatter of all tells.
+const std::vector<NamedRow> FAINT_IN_SALT{{"(4 4 0)", 3636.4}, {"(6 0 0)", 3856.8}};
+
+TEST(SimulatedLattice, TheSaltWithIronHasTheFaintLinesThatItsTestNames) {
+    const tools::SampleRecipe& recipe = *std::find_if(
+        tools::SampleRecipes().begin(), tools::SampleRecipes().end(),
+        [](const tools::SampleRecipe& each) { return each.File == "NaCl_3GPa_900K_Fe"; });
+    const tools::SimulatedSpectrum truth = tools::Simulate(recipe);
+    Fitted w(std::string(VAEL_SOURCE_DIR) + "/data/samples/" + recipe.File + ".npd");
+    w.TypeAndLeave(v.txtPickupRange, "0.06");
+    w.Calculate(recipe.Marker, "626.85", false);
+    const auto nearestIn = [&](const char* key, double channel) {
+        double best = 1e9;
+        for (const tools::TrueLine& line : truth.Lines)
+            if (line.Key == key) best = std::min(best, std::fabs(line.Channel + 1.0 - channel));
+        return best;
+    };
+    int faint = 0;
+    for (int row = 1; row <= v.sprPeakInf.Rows(); ++row) {
+        const double channel = Number(LatticeWorld::Cell(v.sprPeakInf, 1, row));
+        const bool own = nearestIn("NACL", channel) < 2.0;
+        const auto named = [&](const std::vector<NamedRow>& rows) {
+            return std::any_of(rows.begin(), rows.end(), [&](const NamedRow& each) {
+                return std::fabs(each.Ch - channel) < 2.0;
+            });
+        };
+        const double counts = Number(LatticeWorld::Cell(v.sprPeakInf, 4, row));
+        // Every line of iron is named, and of the salt's own all that are faint, and no other.
+        EXPECT_TRUE(own || nearestIn("Fe", channel) < 2.0) << channel;
+        if (std::fabs(channel - 2802.8) < 2.0) continue;  // 331, on the wrong reflection
+        EXPECT_EQ(named(IRON_IN_SALT), !own) << channel;
+        EXPECT_EQ(named(FAINT_IN_SALT), own && counts < 1000.0) << channel << " " << counts;
+        faint += own && counts < 1000.0 ? 1 : 0;
+    }
+    EXPECT_EQ(faint, 2);
+}
+
 TEST(SimulatedLattice, SamplesGiveTheirCellAndPressureWithinTheirStatedErrors) {
     for (const tools::SampleRecipe& recipe : tools::SampleRecipes()) {
         SCOPED_TRACE(recipe.File);
@@ -157,21 +215,17 @@ TEST(SimulatedLattice, SamplesGiveTheirCellAndPressureWithinTheirStatedErrors) {
         w.TypeAndLeave(v.txtPickupRange, FormatNumber(truth.Pickup, "0.0000"));
         Pick(v.cmbUnit, 1);
         w.Calculate(recipe.Marker, FormatNumber(recipe.Temperature, "0.00"), false);
-        const std::vector<int> foreign = RowsLeftOutByRule();
-        for (int line = 1; line <= v.sprPeakInf2.Rows(); ++line) {
-            const int row = std::stoi(w.Cell(v.sprPeakInf2, 0, line)) - 1;
-            if (std::find(foreign.begin(), foreign.end(), row) == foreign.end()) continue;
-            EXPECT_TRUE(Tick(v.sprPeakInf2, PeakCalView::USE, line));
+        if (recipe.File == "NaCl_3GPa_900K_Fe") {
+            Fitted::Untick(IRON_IN_SALT);
+            Fitted::Untick(FAINT_IN_SALT);
+        } else {
+            UntickByRule();
         }
         w.Execute();
         EXPECT_GE(v.Values->UsedRows, 4);
-        // Three stated errors; four for the one sample that has the weakest high lines: the fit
-        // does not weigh its rows, and in 1/d^2 just those count most, so that their noise is more
-        // than the error tells.
-        const double times = recipe.File == "NaCl_3GPa_900K_Fe" ? 4.0 : 3.0;
         const auto within = [&](const TextBox& box, double expected) {
             const double off = w.Value(box) - expected;
-            EXPECT_LT(std::fabs(off), times * w.Error(box)) << box.Name << " " << box.Text;
+            EXPECT_LT(std::fabs(off), 3.0 * w.Error(box)) << box.Name << " " << box.Text;
         };
         within(v.txtLatticeLength[0], truth.MarkerCell[0]);
         within(v.txtLatticeLength[2], truth.MarkerCell[2]);

@@ -292,6 +292,18 @@ TEST(Open, ALongerFileRaisesTheSpanAndAShorterOneLeavesIt) {
     EXPECT_EQ(store.SpanCh, 5000);
 }
 
+TEST(Open, FilesNamedByACallOpenAsThoseOfTheDialogWithoutAQuestion) {
+    Rows w;
+    OpenNamed({});
+    EXPECT_EQ(store.GraphTotal, 0);
+    OpenNamed({w.Spectrum("a.npd", 64), w.Folder.Path("none.npd"), w.Spectrum("b.npd", 64)});
+    EXPECT_EQ(store.GraphList[0].Name, "a.npd");
+    EXPECT_EQ(store.GraphList[2].Name, "b.npd");
+    EXPECT_EQ(frmVaelAna.lblStatus.Caption,
+              "Not read: none.npd (the reason stands in the log).");
+    EXPECT_TRUE(w.Desk.Asked.empty());
+}
+
 TEST(Open, ElevenFilesStopAtTheTenth) {
     Rows w;
     std::vector<std::string> paths;
