@@ -257,6 +257,8 @@ std::string OneLine(const std::string& text) {
 PageBlock CellBlock(const RoadResult& result) {
     const LatticeValues& v = *result.Cell;
     PageBlock block{.Title = result.Crystal, .Lines = {{"System", SystemListText(result.System)}}};
+    if (result.TemperatureC)  // the one calculated with, which the call may have set
+        block.Lines.emplace_back("T / C", FormatNumber(*result.TemperatureC, "0.0"));
     constexpr std::array<const char*, 6> NAMES{"a / A", "b / A", "c / A", "alpha", "beta", "gamma"};
     for (std::size_t k = 0; k < NAMES.size(); ++k)
         if (IsOwn(result.System, k))

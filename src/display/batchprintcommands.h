@@ -11,9 +11,9 @@ namespace vael {
 /// file is there as well. Faults: FileMissing, FileAccess.
 [[nodiscard]] std::vector<std::string> FilesOfList(const std::string& path);
 
-/// Handler of "Print Start". The fit flag is read once, before the first file takes it back. One job
-/// takes all pages. A file that cannot be read or fitted is named at the end, and the run goes on;
-/// a printer that fails ends it. Messages: "Please input file name", "Printer not ready".
+/// Handler of "Print Start". The fit flag is read once, before the first file takes it back. One
+/// job takes all pages. A file that cannot be read or fitted is named at the end, and the run goes
+/// on; a printer that fails ends it. Messages: "Please input file name", "Printer not ready".
 void cmdPrintStart_Click();
 
 }  // namespace vael

@@ -6,7 +6,8 @@
 
 namespace vael {
 
-/// frmPreView, shown modally by ShowPreView. What fires a handler when the program sets it: nothing.
+/// frmPreView, shown modally by ShowPreView. What fires a handler when the program sets it:
+/// nothing.
 struct PreViewView : View {
     PreViewView();
 

@@ -1,4 +1,4 @@
-// What the main view prints: its plots as they stand, the measurement, the peaks of the current row.
+// What the main view prints: its plots as they stand, the measurement, the current row's peaks.
 #pragma once
 
 #include "display/page.h"
