@@ -37,5 +37,5 @@ if [ -r /etc/os-release ] && grep -q '^VERSION_ID="22.04"' /etc/os-release; then
 fi
 PACKAGES_BUILD=(g++ cmake ninja-build ccache libcli11-dev nlohmann-json3-dev)
 PACKAGES_WINDOW=(qt6-base-dev "$svg_package" libgl1-mesa-dev fonts-ipafont-gothic fonts-dejavu-core)
-PACKAGES_TEST=(libgtest-dev clang "$fuzz_runtime" git python3)
+PACKAGES_TEST=(libgtest-dev clang "$fuzz_runtime" git python3 poppler-utils)
 PACKAGES_BENCH=(libbenchmark-dev)

@@ -13,6 +13,7 @@
 #include "core/text.h"
 #include "core/wholefile.h"
 #include "core/windows.h"
+#include "display/frmprint.h"
 #include "files/extensions.h"
 #include "toolkit/desk.h"
 
@@ -250,6 +251,29 @@ void cmdSave_Click() {
     TellStatus("Saved " + CountOf(Table().PeakNum) + " as " + path + ".");
 }
 
+/// The list's lines as a page: its title, the measurement, and a table that has no room for the
+/// width in d.
+PageData ListPage() {
+    const V& v = frmPeakReport;
+    std::vector<std::string> lines =
+        PeakReportLines(SpectrumName(), Table(), v.DispUnit, ParamInForce(v.Slot), DacNow());
+    PageData page;
+    page.Title = Item(lines, 0);
+    page.Subtitle = Item(lines, 1);
+    lines.erase(lines.begin(), lines.begin() + 2);
+    page.Table = TableOf(lines, ' ');
+    return page;
+}
+
+void cmdPrint_Click() {
+    const std::string name = SpectrumName();
+    PrintWithDialog({.Title = frmPeakReport.Caption,
+                     .Name = (name.empty() ? "" : name + "_") + "PeakReport",
+                     .Draw = [](Canvas& canvas, double, const NextPage& next) {
+                         return DrawPages(canvas, Engine(), ListPage(), next);
+                     }});
+}
+
 /// Enter does what the focused control says, so it is no key of the view.
 bool ReportKeys(const KeyPress& key) {
     if (key.Alt || key.Ctrl || key.Shift) return false;
@@ -271,8 +295,9 @@ PeakReportView::PeakReportView() : View("frmPeakReport", "Peak Report") {
         "can be typed over; Delete removes the peak";
     sprPeakInf.CellEdit = sprPeakInf_CellEdit;
     sprPeakInf.CellClick = sprPeakInf_CellClick;
-    cmdPrint.Withheld = true;
-    cmdPrint.Tip = "Prints the list - comes in a later release";
+    cmdPrint.Tip = "Prints the list (Ctrl+P)";
+    cmdPrint.Shortcut = "Ctrl+P";
+    cmdPrint.Click = cmdPrint_Click;
     cmdSave.Tip = "Saves the list as a text with commas";
     cmdPkSet.Tip = "Draws the curve of the peaks as they stand in the list";
     cmdRepEnd.Tip = "Closes the list; what was changed stays";

@@ -83,19 +83,29 @@ PeakTexts PeakHeads(int unit) {
             "Type"};
 }
 
-std::string FitParamCsv(const PeakTable& peaks, int unit, const ParamRecord& param,
-                        const DacAxis& dac) {
-    std::vector<PeakTexts> lines{PeakHeads(unit)};
+std::vector<std::string> PeakCsvLines(const PeakTable& peaks, int unit, const ParamRecord& param,
+                                      const DacAxis& dac, PeakFields fields) {
+    std::vector<PeakTexts> rows{PeakHeads(unit)};
     for (PeakTexts& row : RowsOf(peaks, unit, param, dac)) {
         // The file has the amplitude below "Intensity" and the intensity below "Amplitude". Who
         // reads it goes by the place of a field, so it stays.
-        std::swap(row[INTENSITY], row[AMPLITUDE]);
-        lines.push_back(std::move(row));
+        if (fields == PeakFields::AsInTheFile) std::swap(row[INTENSITY], row[AMPLITUDE]);
+        rows.push_back(std::move(row));
     }
+    std::vector<std::string> lines;
+    for (const PeakTexts& row : rows) {
+        std::string line;
+        for (const std::string& field : row) line += (&field == &row.front() ? "" : ",") + field;
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+std::string FitParamCsv(const PeakTable& peaks, int unit, const ParamRecord& param,
+                        const DacAxis& dac) {
     std::string out;
-    for (const PeakTexts& line : lines)
-        for (std::size_t k = 0; k < line.size(); ++k)
-            out += line[k] + (k + 1 < line.size() ? "," : "\r\n");
+    for (const std::string& line : PeakCsvLines(peaks, unit, param, dac, PeakFields::AsInTheFile))
+        out += line + "\r\n";
     return out;
 }
 

@@ -38,6 +38,16 @@ using PeakTexts = std::array<std::string, PEAK_COLUMNS>;
 [[nodiscard]] PeakTexts TextsOf(const PeakLine& line);
 [[nodiscard]] PeakTexts PeakHeads(int unit);
 
+/// Where the amplitude and the intensity of a record stand: each below its own word, or as the file
+/// has them.
+enum class PeakFields { BelowTheirWords, AsInTheFile };
+
+/// The heading and a record a peak, their fields joined by commas. An empty table gives the heading
+/// alone. Faults: as PeakLineOf.
+[[nodiscard]] std::vector<std::string> PeakCsvLines(const PeakTable& peaks, int unit,
+                                                    const ParamRecord& param, const DacAxis& dac,
+                                                    PeakFields fields);
+
 /// The whole "FitParam" file: the heading and a record a peak, each closed by carriage return and
 /// line feed. An empty table gives the heading alone. Faults: as PeakLineOf.
 [[nodiscard]] std::string FitParamCsv(const PeakTable& peaks, int unit, const ParamRecord& param,

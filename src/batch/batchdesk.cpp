@@ -1,8 +1,7 @@
 // A desk without anybody at it: answers questions with their default and keeps what boxes say.
 #include "batch/batchdesk.h"
 
-#include "core/frmdialogmessage.h"
-#include "toolkit/hand.h"
+#include "core/quietdesk.h"
 
 namespace vael {
 
@@ -16,12 +15,6 @@ std::optional<FileChoice> BatchDesk::OpenFiles(const FileDialog& dialog) {
     return FileChoice{.Paths = {NextFile}, .FilterIndex = dialog.FilterIndex};
 }
 
-void BatchDesk::RunModal(View& view) {
-    if (&view == &frmDialogMessage) {
-        Said.push_back(frmDialogMessage.itxtMessage.Text);
-        Click(frmDialogMessage.cmdYes.Visible ? frmDialogMessage.cmdYes : frmDialogMessage.cmdNo);
-    }
-    view.Visible = false;
-}
+void BatchDesk::RunModal(View& view) { AnswerModal(view, Said); }
 
 }  // namespace vael

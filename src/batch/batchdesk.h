@@ -24,7 +24,8 @@ public:
     void Busy(bool) override {}
     bool Launch(const std::string&, const std::vector<std::string>&) override { return false; }
     bool OpenText(const std::string&) override { return false; }
-    std::unique_ptr<PrintJob> StartPrintJob(const std::string&) override { return nullptr; }
+    [[nodiscard]] bool HasPrinter() override { return false; }
+    std::unique_ptr<PrintJob> StartPrintJob(const PrintOrder&) override { return nullptr; }
     void StayOnTop(View&, bool) override {}
     void Show() override {}
     void Quit() override {}

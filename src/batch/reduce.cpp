@@ -151,6 +151,12 @@ private:
     struct sigaction before_[2]{};
 };
 
+/// The first page as STEM.svg, the next ones as STEM.2.svg and so on.
+void WritePages(const std::string& stem, const std::vector<std::string>& pages) {
+    for (std::size_t k = 0; k < pages.size(); ++k)
+        ReplaceFile(stem + (k == 0 ? "" : "." + std::to_string(k + 1)) + ".svg", pages[k]);
+}
+
 std::string RunOne(const BatchOptions& options, const std::string& folder, const std::string& file,
                    const std::string& name) {
     static std::optional<Road> road;  // of this worker process
@@ -160,7 +166,7 @@ std::string RunOne(const BatchOptions& options, const std::string& folder, const
         try {
             const std::string stem = options.OutFolder + "/" + name;
             ReplaceFile(stem + ".peaks.csv", PeakCsv(result));
-            ReplaceFile(stem + ".svg", road->Page(result));
+            WritePages(stem, road->Pages(result));
         } catch (const Fault& fault) {
             result.Status = "fault";
             result.Message += (result.Message.empty() ? "" : "; ") + std::string(fault.what());

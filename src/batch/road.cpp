@@ -14,11 +14,14 @@
 #include "core/units.h"
 #include "core/windows.h"
 #include "display/page.h"
+#include "display/paper.h"
+#include "display/printing.h"
 #include "display/svgcanvas.h"
 #include "lattice/geometry.h"
 #include "toolkit/hand.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 
 namespace vael {
@@ -254,6 +257,8 @@ std::string OneLine(const std::string& text) {
 PageBlock CellBlock(const RoadResult& result) {
     const LatticeValues& v = *result.Cell;
     PageBlock block{.Title = result.Crystal, .Lines = {{"System", SystemListText(result.System)}}};
+    if (result.TemperatureC)  // the one calculated with, which the call may have set
+        block.Lines.emplace_back("T / C", FormatNumber(*result.TemperatureC, "0.0"));
     constexpr std::array<const char*, 6> NAMES{"a / A", "b / A", "c / A", "alpha", "beta", "gamma"};
     for (std::size_t k = 0; k < NAMES.size(); ++k)
         if (IsOwn(result.System, k))
@@ -283,39 +288,53 @@ PageTable PeakPageTable(const RoadResult& result) {
 
 }  // namespace
 
-std::string Road::Page(const RoadResult& result) const {
+std::vector<std::string> Road::Pages(const RoadResult& result) const {
     const int slot = 0;  // the file's own: the road starts in an empty store
     const PropertyRecord& property = Item(store.PropertyRecords, slot);
     const auto counts = [&](int which) {
-        return std::span<const std::int32_t>(
-            Item(store.SpectrumDatas, which).Count.data(),
-            static_cast<std::size_t>(std::max<int>(0, result.Channels)));
+        const auto& all = Item(store.SpectrumDatas, which).Count;
+        return std::vector<std::int32_t>(all.begin(),
+                                         all.begin() + std::max<int>(0, result.Channels));
     };
+    PagePlot plot;
+    std::vector<std::int32_t> back;
+    if (const int row = RowOfName(NAME_BACKGROUND); row >= 0) back = counts(GetGraphDataNo(row));
+    if (const int row = RowOfName(NAME_FIT); row >= 0) {
+        std::vector<std::int32_t> fit = counts(GetGraphDataNo(row));
+        if (!back.empty()) fit = SumOf(fit, back);
+        plot.Curves.push_back({.Name = back.empty() ? "fit" : "fit on background",
+                               .Counts = fit,
+                               .Where = back,
+                               .Stretches = {},
+                               .Ink = paper::FIT_COLOUR,
+                               .Width = 2.2});
+        plot.Rest = {.Counts = counts(slot), .Model = std::move(fit), .Where = back};
+    }
+    if (!back.empty())
+        plot.Curves.push_back({.Name = "background",
+                               .Counts = back,
+                               .Where = back,
+                               .Stretches = {},
+                               .Ink = paper::BACK_COLOUR,
+                               .Width = 0.8});
+    plot.Curves.push_back({.Name = "counts", .Counts = counts(slot), .Where = {}, .Stretches = {}});
+    plot.Param = property.Param;
+    plot.Dac = DacNow();
+    for (const RoadPeak& p : result.Peaks) {
+        const int at = std::clamp(static_cast<int>(std::lround(p.Ch - 1.0)), 0, MAX_CHANNELS - 1);
+        plot.Peaks.push_back(
+            {.Ch = p.Ch - 1.0,
+             .Count = static_cast<double>(Item(Item(store.SpectrumDatas, slot).Count, at)),
+             .Label = p.Index ? HklText(*p.Index) + "  " + FormatNumber(p.D, "0.0000")
+                              : FormatNumber(p.KeV, "0.00") + " keV",
+             .Ink = p.Used || crystal_ < 0 ? paper::INK : paper::FAINT});
+    }
     PageData page;
     page.Title = SplitFilePath(result.File).Base();
-    page.Subtitle = property.SampleName.Trimmed() + "   " + property.Memo.Trimmed();
-    page.Counts = counts(slot);
-    if (const int row = RowOfName(NAME_BACKGROUND); row >= 0)
-        page.Background = counts(GetGraphDataNo(row));
-    if (const int row = RowOfName(NAME_FIT); row >= 0) page.Fit = counts(GetGraphDataNo(row));
-    page.Param = property.Param;
-    page.Dac = DacNow();
-    for (const RoadPeak& p : result.Peaks)
-        page.Peaks.push_back({.Ch = p.Ch - 1.0,
-                              .Label = p.Index
-                                           ? HklText(*p.Index) + "  " + FormatNumber(p.D, "0.0000")
-                                           : FormatNumber(p.KeV, "0.00") + " keV",
-                              .Used = p.Used || crystal_ < 0});
-    PageBlock about{.Title = "Measurement", .Lines = {}};
-    about.Lines.emplace_back(
-        "Date", DateToShow(property.OpDate.View()) + " " + TimeToShow(property.OpTime.View()));
-    about.Lines.emplace_back("2 theta", FormatNumber(property.Param.TwoTheta, "0.00000"));
-    if (result.TemperatureC)
-        about.Lines.emplace_back("Temperature / C", FormatNumber(*result.TemperatureC, "0.0"));
-    about.Lines.emplace_back("Channels", std::to_string(result.Channels));
-    about.Lines.emplace_back("Peaks", std::to_string(result.Peaks.size()));
-    about.Lines.emplace_back("Status", result.Status);
-    page.Blocks.push_back(std::move(about));
+    page.Subtitle = std::to_string(result.Channels) + " channels, " +
+                    std::to_string(result.Peaks.size()) + " peaks: " + result.Status;
+    page.Plots.push_back(std::move(plot));
+    page.Blocks = PropertyBlocks(property);
     if (result.Cell) page.Blocks.push_back(CellBlock(result));
     page.Table = PeakPageTable(result);
     page.Footer = OneLine(result.Message);
@@ -323,8 +342,13 @@ std::string Road::Page(const RoadResult& result) const {
     SvgSurface paper;
     paper.SetTitle(page.Title);
     Canvas canvas(paper);
-    DrawPage(canvas, Engine(), page);
-    return paper.Text();
+    std::vector<std::string> pages;
+    (void)DrawPages(canvas, Engine(), page, [&] {
+        pages.push_back(paper.Text());
+        return true;
+    });
+    pages.push_back(paper.Text());
+    return pages;
 }
 
 }  // namespace vael

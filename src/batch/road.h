@@ -47,8 +47,8 @@ public:
     /// there is no such crystal.
     Road(BatchOptions options, std::string dataFolder);
     [[nodiscard]] RoadResult Go(const std::string& file);
-    /// The page of the file gone last, as SVG.
-    [[nodiscard]] std::string Page(const RoadResult& result) const;
+    /// The pages of the file gone last, as SVG; at least one.
+    [[nodiscard]] std::vector<std::string> Pages(const RoadResult& result) const;
 
 private:
     void Settle(int slot) const;

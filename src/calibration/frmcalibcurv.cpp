@@ -3,7 +3,7 @@
 
 #include "core/fault.h"
 #include "core/frmvaelana.h"
-#include "toolkit/desk.h"
+#include "display/frmprint.h"
 
 namespace vael {
 namespace {
@@ -27,21 +27,12 @@ void Paint() {
 }
 
 void cmdPrint_Click() {
-    const CalibCurvView& v = frmCalibCurv;
-    const auto job = TheDesk().StartPrintJob(v.lblTitle.Caption);
-    bool printed = false;
-    if (job) {
-        Canvas page(job->Page());
-        DrawCalibPage(page, v.Shown);
-        printed = job->End();
-    }
-    if (printed) {
-        TellStatus("The calibration curve was printed.");
-        return;
-    }
-    TellStatus(job ? "Not printed: the printer failed." : "Not printed: there is no printer.",
-               true);
-    Say("Printer not ready");
+    PrintWithDialog({.Title = frmCalibCurv.lblTitle.Caption,
+                     .Name = "CalibrationCurve",
+                     .Draw = [](Canvas& canvas, double, const NextPage&) {
+                         DrawCalibPage(canvas, frmCalibCurv.Shown);
+                         return true;
+                     }});
 }
 
 void cmdOK_Click() { frmCalibCurv.Visible = false; }

@@ -1,6 +1,7 @@
 // A file dialog of the program's own: drives, folders, the files of a kind, and a graph to load to.
 #include "core/frmdialogload.h"
 
+#include "core/folders.h"
 #include "core/frminput.h"
 #include "core/text.h"
 #include "toolkit/hand.h"
@@ -14,71 +15,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* ROOT = "/";  // the one drive that is always there
-constexpr const char* UP = "..";
-
 // --- drives and folders -----------
-
-bool FolderOpens(const std::string& path) {
-    std::error_code none;
-    const fs::directory_iterator content(path, none);
-    return !none;
-}
-
-bool IsMountPoint(const fs::path& folder) {
-    struct stat own {};
-    struct stat above {};
-    return ::stat(folder.c_str(), &own) == 0 && ::stat(folder.parent_path().c_str(), &above) == 0 &&
-           own.st_dev != above.st_dev;
-}
-
-/// Media stand up to two folders below the usual places.
-void AddMedia(const fs::path& place, int depth, std::vector<std::string>& drives) {
-    std::error_code none;
-    for (const auto& entry : fs::directory_iterator(place, none)) {
-        std::error_code bad;
-        if (!entry.is_directory(bad) || entry.is_symlink(bad)) continue;
-        if (IsMountPoint(entry.path()))
-            drives.push_back(entry.path().string());
-        else if (depth > 1)
-            AddMedia(entry.path(), depth - 1, drives);
-    }
-}
-
-std::vector<std::string> Drives() {
-    std::vector<std::string> drives{ROOT};
-    for (const char* place : {"/media", "/run/media", "/mnt"}) AddMedia(place, 2, drives);
-    std::sort(drives.begin() + 1, drives.end());
-    return drives;
-}
-
-std::string WithSeparator(std::string folder) {
-    if (folder.empty() || !IsSeparator(folder.back())) folder += PATH_SEPARATOR;
-    return folder;
-}
 
 /// Folders and files of the folder that is shown.
 void ReadFolder() {
     DialogLoadView& v = frmDialogLoad;
-    v.dirDirectory.Items.clear();
-    v.filFiles.Items.clear();
-    if (fs::path(v.Folder).has_relative_path()) v.dirDirectory.Items.push_back(UP);
-    for (const FolderItem& item : TheDesk().ListFolder(v.Folder)) {
-        if (item.IsFolder)
-            v.dirDirectory.Items.push_back(item.Name);
-        else if (FitsMasks(item.Name, v.Masks))
-            v.filFiles.Items.push_back(item.Name);
-    }
-    v.dirDirectory.Index = -1;
-    v.filFiles.Index = -1;
-    v.filFiles.Picked.clear();
+    ListFolderIn(v.Folder, v.Masks, v.dirDirectory, v.filFiles);
     v.lblDirectory.Caption = v.Folder;
 }
 
 void FailDrive() {
     Say("Can not use this drive!");
     frmDialogLoad.drvDrive.Index = 0;
-    frmDialogLoad.Directory(ROOT);
+    frmDialogLoad.Directory(ROOT_DRIVE);
 }
 
 void drvDrive_Click() {
@@ -92,41 +41,18 @@ void drvDrive_Click() {
 void dirDirectory_DoubleClick() {
     DialogLoadView& v = frmDialogLoad;
     const std::string name = v.dirDirectory.Text();
-    if (name.empty()) return;
-    const fs::path here(v.Folder);
-    const fs::path bare = here.has_filename() ? here : here.parent_path();
-    v.Directory((name == UP ? bare.parent_path() : bare / name).string());
+    if (!name.empty()) v.Directory(FolderOfEntry(v.Folder, name));
 }
 
 // --- the name box -----------
 
-std::vector<std::string> PickedNames() {
-    const ListBox& files = frmDialogLoad.filFiles;
-    std::vector<std::string> names;
-    if (files.Multiple) {
-        for (const int row : files.Picked)
-            names.push_back(files.Items[static_cast<std::size_t>(row)]);
-    } else if (files.Index >= 0) {
-        names.push_back(files.Text());
-    }
-    return names;
+void filFiles_Click() {
+    frmDialogLoad.txtSelFile.Text = JoinedNames(PickedNames(frmDialogLoad.filFiles));
 }
 
-std::string Joined(const std::vector<std::string>& names) {
-    std::string text;
-    for (const std::string& name : names) text += (text.empty() ? "" : ";") + name;
-    return text;
-}
-
-void filFiles_Click() { frmDialogLoad.txtSelFile.Text = Joined(PickedNames()); }
-
-/// What stands in the name box, as names. What was picked and not typed over keeps its blanks.
+/// What stands in the name box, as names.
 std::vector<std::string> NamesInBox() {
-    const std::string text = frmDialogLoad.txtSelFile.Text;
-    const std::vector<std::string> picked = PickedNames();
-    if (text == Joined(picked)) return picked;
-    if (frmDialogLoad.filFiles.Multiple) return SplitFileList(text);
-    return {Trim(text)};
+    return NamesIn(frmDialogLoad.txtSelFile.Text, frmDialogLoad.filFiles);
 }
 
 void cmdSet_Click() {
@@ -143,7 +69,7 @@ void cmdSet_Click() {
         names.front() = pieces.Base();
     }
     v.Folder = WithSeparator(v.Folder);
-    v.Result = Joined(names);
+    v.Result = JoinedNames(names);
     v.ResultNames = std::move(names);
     v.Visible = false;
 }
@@ -183,17 +109,6 @@ void cmdDetails_Click() {
                 " bytes, " + date;
     }
     Say(text.empty() ? "Please input file name" : text, "Info.");
-}
-
-bool FitsMask(std::string_view name, std::string_view mask) {
-    if (mask.empty()) return name.empty();
-    if (mask.front() == '*') {
-        for (std::size_t skip = 0; skip <= name.size(); ++skip)
-            if (FitsMask(name.substr(skip), mask.substr(1))) return true;
-        return false;
-    }
-    if (name.empty() || (mask.front() != '?' && mask.front() != name.front())) return false;
-    return FitsMask(name.substr(1), mask.substr(1));
 }
 
 }  // namespace
@@ -289,13 +204,6 @@ bool OpenDialogLoad() {
 
 std::string MaskOfKind(const std::string& kind) {
     return kind == "000" ? "*.0??;*.1??;*.2??" : "*." + kind;
-}
-
-bool FitsMasks(const std::string& name, const std::string& masks) {
-    const std::string small = LowerCase(name);
-    const auto parts = SplitFileList(LowerCase(masks));
-    return std::any_of(parts.begin(), parts.end(),
-                       [&](const std::string& mask) { return FitsMask(small, mask); });
 }
 
 }  // namespace vael

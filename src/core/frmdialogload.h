@@ -70,7 +70,5 @@ bool OpenDialogLoad();
 
 /// The mask of a kind: "000" stands for numbered files, any other for its extension.
 [[nodiscard]] std::string MaskOfKind(const std::string& kind);
-/// Whether a name fits one of the masks ("*", "?"; capitals and small letters are the same).
-[[nodiscard]] bool FitsMasks(const std::string& name, const std::string& masks);
 
 }  // namespace vael

@@ -27,6 +27,8 @@
 #include "core/text.h"
 #include "core/units.h"
 #include "core/windows.h"
+#include "display/frmbatchprint.h"
+#include "display/frmprint.h"
 #include "display/frmsetcolor.h"
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
@@ -121,14 +123,12 @@ void Hold(std::initializer_list<Control*> controls, const char* why) {
     }
 }
 
-/// Controls that stand in their place and never work: those without any action, and those whose
-/// command comes in a later release.
+/// Controls that stand in their place and never work: those without any action.
 void Withhold(VaelAnaView& v) {
     Hold(
         {&v.mnuCloseWin, &v.mnuAtom, &v.mnuPeakColor, &v.mnuMcaStart, &v.mnuMcaStop, &v.mnuMcaClear,
          &v.mnuMcaPreset, &v.mnuNonInter, &v.mnuSchedule, &v.mnuVersion, &v.cmdFitCancel},
         "has no action");
-    Hold({&v.mnuPrint, &v.mnuBatchPrint, &v.cmdFiles[2]}, "comes in a later release");
 }
 
 void Tips(VaelAnaView& v) {
@@ -151,7 +151,8 @@ void Tips(VaelAnaView& v) {
     for (std::size_t k = 0; k < OPERATIONS.size(); ++k) v.cmdOperation[k].Tip = OPERATIONS[k];
     constexpr std::array<const char*, 4> FILES{
         "Opens spectra in place of the rows that are there (Ctrl+O)",
-        "Saves the current row in a file (Ctrl+S)", "Prints the plots",
+        "Saves the current row in a file (Ctrl+S)",
+        "Prints the plots with the measurement and the peaks of the current row (Ctrl+P)",
         "Shows how the current spectrum was measured, and edits it (Ctrl+Y)"};
     for (std::size_t k = 0; k < FILES.size(); ++k) v.cmdFiles[k].Tip = FILES[k];
     v.cmdEnergy[0].Tip = "Finds the energy calibration from known lines (Ctrl+K)";
@@ -199,6 +200,8 @@ void Keys(VaelAnaView& v) {
     v.mnuLoad.Shortcut = "Ctrl+O";
     v.mnuSave.Shortcut = "Ctrl+S";
     v.mnuProperty.Shortcut = "Ctrl+Y";
+    v.mnuPrint.Shortcut = "Ctrl+P";
+    v.mnuBatchPrint.Shortcut = "Ctrl+Shift+P";
     v.mnuCloseGraph.Shortcut = "Ctrl+W";
     v.mnuExit.Shortcut = "Ctrl+Q";
     v.mnuColor.Shortcut = "Ctrl+Shift+C";
@@ -295,6 +298,8 @@ void WireMenus(VaelAnaView& v) {
     v.mnuLoad.Click = LoadNew;
     v.mnuSave.Click = FileSave;
     v.mnuProperty.Click = ShowProperty;
+    v.mnuPrint.Click = mnuPrint_Click;
+    v.mnuBatchPrint.Click = ShowBatchPrint;
     v.mnuCloseGraph.Click = mnuCloseGraph_Click;
     v.mnuGraphRaw.Click = [] { mnuGraphKind_Click(""); };
     v.mnuGraphSmt.Click = [] { mnuGraphKind_Click(NAME_SMOOTH); };
@@ -348,6 +353,7 @@ void WireMenus(VaelAnaView& v) {
 void WirePanel(VaelAnaView& v) {
     v.cmdFiles[0].Click = LoadNew;
     v.cmdFiles[1].Click = FileSave;
+    v.cmdFiles[2].Click = mnuPrint_Click;
     v.cmdFiles[3].Click = ShowProperty;
     v.cmdEnergy[0].Click = ShowDialogCalibC;
     v.cmdEnergy[1].Click = [] { frmAtom.ShowTop(); };

@@ -18,13 +18,17 @@
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
 #include "desktop/icons.h"
+#include "display/frmbatchprint.h"
 #include "display/frmdialogcolor.h"
+#include "display/frmpreview.h"
+#include "display/frmprint.h"
 #include "display/frmsetcolor.h"
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
 #include "lattice/frmelement.h"
 #include "lattice/frmpeakcal.h"
 #include "ui_frmatom.h"
+#include "ui_frmbatchprint.h"
 #include "ui_frmcalibcurv.h"
 #include "ui_frmdialogcalibc.h"
 #include "ui_frmdialogcolor.h"
@@ -40,6 +44,8 @@
 #include "ui_frmmanualfit.h"
 #include "ui_frmpeakcal.h"
 #include "ui_frmpeakreport.h"
+#include "ui_frmpreview.h"
+#include "ui_frmprint.h"
 #include "ui_frmproperty.h"
 #include "ui_frmroireport.h"
 #include "ui_frmselgraph.h"
@@ -101,6 +107,9 @@ std::vector<std::unique_ptr<Form>> MakeForms() {
     forms.push_back(std::make_unique<Form>(frmCalibCurv, FromUi<Ui::frmCalibCurv>()));
     forms.push_back(std::make_unique<Form>(frmSetColor, FromUi<Ui::frmSetColor>()));
     forms.push_back(std::make_unique<Form>(frmDialogColor, FromUi<Ui::frmDialogColor>()));
+    forms.push_back(std::make_unique<Form>(frmPrint, FromUi<Ui::frmPrint>()));
+    forms.push_back(std::make_unique<Form>(frmPreView, FromUi<Ui::frmPreView>()));
+    forms.push_back(std::make_unique<Form>(frmBatchPrint, FromUi<Ui::frmBatchPrint>()));
     return forms;
 }
 

@@ -169,7 +169,7 @@ void ImageSurface::Resize(int width, int height, double ratio, int inset) {
 }
 
 PrinterSurface::PrinterSurface(QPrinter& printer) : printer_(printer) {
-    const QRectF page = printer.pageRect(QPrinter::Point);
+    const QRectF page = printer.paperRect(QPrinter::Point);
     SetSize({page.width(), page.height()}, printer.resolution() / 72.0, 1.0, 0.0);
 }
 

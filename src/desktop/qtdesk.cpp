@@ -12,10 +12,13 @@
 #include <QComboBox>
 #include <QDesktopServices>
 #include <QDir>
+#include <QFile>
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPageLayout>
+#include <QPageSize>
 #include <QPlainTextEdit>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -24,26 +27,47 @@
 #include <QUrl>
 #include <QWindow>
 
+#include <cstdio>
+
 namespace vael {
 namespace {
 
 QString Words(const std::string& utf8) { return QString::fromStdString(utf8); }
 
+/// A job on the system's printer, or in a PDF that takes its place when it is whole.
 class QtPrintJob : public PrintJob {
 public:
-    explicit QtPrintJob(const QString& title) {
-        printer_.setDocName(title);
+    explicit QtPrintJob(const PrintOrder& order) : file_(Words(order.File)) {
+        printer_.setDocName(Words(order.Title));
+        printer_.setCreator(QStringLiteral("VaelAna"));
+        if (!file_.isEmpty()) {
+            printer_.setOutputFormat(QPrinter::PdfFormat);
+            printer_.setOutputFileName(Part());
+            printer_.setPageSize(QPageSize(QPageSize::A4));
+        }
+        printer_.setPageOrientation(order.Landscape ? QPageLayout::Landscape
+                                                    : QPageLayout::Portrait);
+        printer_.setFullPage(true);  // a page counts from the sheet's corner
         page_ = std::make_unique<PrinterSurface>(printer_);
+    }
+    ~QtPrintJob() override {
+        page_->Finish();
+        if (!file_.isEmpty()) QFile::remove(Part());
     }
     [[nodiscard]] bool Start() { return page_->Start(); }
     Surface& Page() override { return *page_; }
     bool NextPage() override { return page_->NextPage(); }
     bool End() override {
         page_->Finish();
-        return printer_.printerState() != QPrinter::Error;
+        if (printer_.printerState() == QPrinter::Error) return false;
+        if (file_.isEmpty()) return true;
+        return std::rename(QFile::encodeName(Part()).constData(),
+                           QFile::encodeName(file_).constData()) == 0;
     }
 
 private:
+    [[nodiscard]] QString Part() const { return file_ + QStringLiteral(".part"); }
+    QString file_;
     QPrinter printer_{QPrinter::HighResolution};
     std::unique_ptr<PrinterSurface> page_;
 };
@@ -299,9 +323,11 @@ bool QtDesk::OpenText(const std::string& path) {
     return QFileInfo::exists(file) && QDesktopServices::openUrl(QUrl::fromLocalFile(file));
 }
 
-std::unique_ptr<PrintJob> QtDesk::StartPrintJob(const std::string& title) {
-    if (QPrinterInfo::availablePrinterNames().isEmpty()) return nullptr;
-    auto job = std::make_unique<QtPrintJob>(Words(title));
+bool QtDesk::HasPrinter() { return !QPrinterInfo::availablePrinterNames().isEmpty(); }
+
+std::unique_ptr<PrintJob> QtDesk::StartPrintJob(const PrintOrder& order) {
+    if (order.File.empty() && !HasPrinter()) return nullptr;
+    auto job = std::make_unique<QtPrintJob>(order);
     if (!job->Start()) return nullptr;
     return job;
 }

@@ -34,7 +34,8 @@ public:
     void Busy(bool on) override;
     bool OpenText(const std::string& path) override;
     bool Launch(const std::string& program, const std::vector<std::string>& words) override;
-    std::unique_ptr<PrintJob> StartPrintJob(const std::string& title) override;
+    [[nodiscard]] bool HasPrinter() override;
+    std::unique_ptr<PrintJob> StartPrintJob(const PrintOrder& order) override;
     void StayOnTop(View& view, bool on) override;
     void Show() override;
     void Quit() override;

@@ -1,10 +1,7 @@
-// One page of a result: layout, the plot in pieces, labels, blocks of lines and the table of peaks.
+// Pages of a result: the layout, the head, blocks of lines, the table and its next pages.
 #include "display/page.h"
 
-#include "core/text.h"
-#include "core/units.h"
-#include "display/drawscale.h"
-#include "display/viewport.h"
+#include "display/pageplot.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,427 +10,336 @@
 namespace vael {
 namespace {
 
-constexpr Colour PAPER = Rgb(255, 255, 255);
-constexpr Colour INK = Rgb(34, 34, 34);
-constexpr Colour QUIET = Rgb(110, 110, 110);
-constexpr Colour FAINT = Rgb(170, 170, 170);
-constexpr Colour GRID = Rgb(232, 232, 232);
-// Blue, vermilion (lightened: it lies broad under the counts) and bluish green of the palette of
-// M. Okabe and K. Ito (2008), which stay apart for the colour blind.
-constexpr Colour DATA_COLOUR = Rgb(60, 60, 60);
-constexpr Colour FIT_COLOUR = Rgb(245, 160, 90);
-constexpr Colour BACK_COLOUR = Rgb(0, 114, 178);
-constexpr Colour REST_COLOUR = Rgb(0, 128, 96);
+using namespace paper;
 
-constexpr int PIECE = 512;  // channels of a piece of the plot: every channel is drawn
-constexpr int TICKS = 8;    // divisions of the lower axes
-constexpr double MARGIN = 36.0;
-constexpr double LINE_STEP = 10.5;
-constexpr double LABEL_SIZE = 7.5;
-constexpr double LABEL_GAP = 8.5;
+constexpr double BLOCK_SIZE = 8.0;  // points, like the sizes below
+constexpr double TABLE_SIZE = 7.5;
+constexpr double HEAD_END = 60.0;  // where the rule below the title stands
+constexpr double FOOT = 28.0;      // from the lower edge: what is below belongs to the footer
+constexpr double GAP = 12.0;       // between plots, blocks and table
+constexpr double BETWEEN_COLUMNS = 9.0;
+constexpr double BETWEEN_RUNS = 16.0;
+constexpr double HEADING_TO_VALUE = 8.0;
+constexpr double BETWEEN_BLOCKS = 22.0;
+constexpr double WIDEST_BESIDE_TABLE = 120.0;  // a value of a block
+constexpr double WIDEST_ABOVE_TABLE = 180.0;
+constexpr double LEFT = MARGIN + 34.0;  // of the plots: the count axis stands left of it
+constexpr double LEAST_PLOTS = 210.0;   // heights of all curves together on an upright page
+constexpr double MOST_PLOTS = 330.0;
+constexpr std::size_t BAND_ROWS = 12;  // rows below the plots of a page that is wider than tall
+constexpr std::size_t TALL_ROWS = 17;  // the same where blocks stand one above the other
+constexpr std::size_t FEW = 3;         // rows of a table that are not worth their heading
 
-struct Rect {
-    double Left, Top, Right, Bottom;
-    [[nodiscard]] double Width() const { return Right - Left; }
-    [[nodiscard]] double Height() const { return Bottom - Top; }
+/// Columns of the table: their widths, and how much of the page one run of them takes.
+struct Columns {
+    std::vector<double> Widths;
+    double Wide = 0.0;
+    double Size = TABLE_SIZE;  // smaller where a page is too narrow
 };
 
-/// Where everything stands, in points from the top left corner.
-struct Layout {
-    Rect Plot, Rest, Blocks;
-    double LabelBase;  // lower end of the upright labels
+/// A part of a page for the table, in runs side by side.
+struct TableRoom {
+    Rect At;
+    std::size_t Runs = 0;
+    std::size_t RowsOfRun = 0;
+    [[nodiscard]] std::size_t Rows() const { return Runs * RowsOfRun; }
 };
 
-Layout MakeLayout(Extent size, bool labels, bool rest) {
-    Layout at{};
-    const double left = MARGIN + 34.0;
-    const double right = size.Width - MARGIN;
-    const double top = 64.0 + (labels ? 66.0 : 8.0);
-    const double blocks = size.Height - 28.0 - 12.0 * LINE_STEP;
-    const double axes = blocks - 54.0;
-    const double restHigh = rest ? 44.0 : 0.0;
-    at.Plot = {left, top, right, axes - restHigh};
-    at.Rest = {left, axes - restHigh + (rest ? 4.0 : 0.0), right, axes};
-    at.Blocks = {MARGIN, blocks, right, size.Height - 28.0};
-    at.LabelBase = top - 10.0;
-    return at;
+bool SameAxis(const PagePlot& a, const PagePlot& b) {
+    return a.First == b.First && a.Last == b.Last && a.Unit == b.Unit &&
+           a.Param.EgcCoef == b.Param.EgcCoef && a.Param.TwoTheta == b.Param.TwoTheta;
 }
 
-/// The drawing of one page: what its steps share.
+/// The drawing of one set of pages: what its steps share.
 class PageDrawer {
 public:
     PageDrawer(Canvas& canvas, DrawEngine& engine, const PageData& page)
-        : canvas_(canvas),
-          engine_(engine),
-          page_(page),
-          first_(std::max(page.First, 0)),
-          last_(page.Last < page.First ? Channels(page) - 1
-                                       : std::min(page.Last, Channels(page) - 1)),
-          at_(MakeLayout(canvas.PixelSize(), !page.Peaks.empty(), HasFit())) {}
+        : canvas_(canvas), engine_(engine), page_(page) {
+        canvas_.ScaleReset();
+        size_ = canvas_.PixelSize();
+        columns_ = MeasureColumns();
+        ArrangeBlocks();
+    }
 
-    void Draw();
+    bool Draw(const NextPage& next);
 
 private:
-    static int Channels(const PageData& page) {
-        return std::min(static_cast<int>(page.Counts.size()), MAX_CHANNELS);
+    [[nodiscard]] bool Wide() const { return size_.Width > size_.Height; }
+    [[nodiscard]] double WidestValue() const {
+        return Wide() ? WIDEST_BESIDE_TABLE : WIDEST_ABOVE_TABLE;
     }
-    [[nodiscard]] bool HasFit() const {
-        return !page_.Fit.empty() && page_.Fit.size() == page_.Counts.size();
-    }
-    [[nodiscard]] bool HasBack() const {
-        return !page_.Background.empty() && page_.Background.size() == page_.Counts.size();
-    }
-    [[nodiscard]] double XOf(double channel) const {
-        const double wide = std::max(last_ - first_, 1);
-        return at_.Plot.Left + (channel - first_) / wide * at_.Plot.Width();
-    }
-    [[nodiscard]] double YOf(double count) const;
-    void Write(double x, double y, std::string_view text, Colour ink, double size,
-               bool bold = false);
-    void WriteRight(double right, double y, std::string_view text, Colour ink, double size);
-    void DrawHead();
-    void ChooseScale();
-    void DrawGrid();
-    void DrawCurves();
-    void DrawCurve(std::span<const std::int32_t> data, Colour colour, const Rect& where,
-                   bool whereBack);
-    void DrawPiece(int from, int to, const Rect& where, int graph);
-    void DrawRest();
-    void DrawAxes();
-    void DrawLegend();
-    void DrawPeaks();
-    double DrawBlocks();
-    void DrawTable(double left);
+    [[nodiscard]] double Bottom() const { return size_.Height - FOOT; }
+    [[nodiscard]] double Right() const { return size_.Width - MARGIN; }
+    [[nodiscard]] std::size_t TableRows() const { return page_.Table.Rows.size(); }
+    [[nodiscard]] bool HasTable() const { return !page_.Table.Head.empty(); }
+    [[nodiscard]] Columns MeasureColumns();
+    void ArrangeBlocks();
+    void PlaceBlocks(std::size_t rows);
+    [[nodiscard]] std::pair<double, double> WidthsOf(const PageBlock& block);
+    [[nodiscard]] TableRoom RoomIn(const Rect& at) const;
+    [[nodiscard]] std::vector<PlotPlace> PlacePlots(double top, double bottom) const;
+    [[nodiscard]] double FixedRoom() const;
+    double DrawPlots(double top);
+    void DrawBlocks(double top);
+    void StartPage(int number, int pages);
+    std::size_t DrawTable(const TableRoom& room, std::size_t next);
 
     Canvas& canvas_;
     DrawEngine& engine_;
     const PageData& page_;
-    int first_, last_;
-    Layout at_;
-    std::int32_t fullScale_ = 0;
-    std::vector<std::int32_t> sum_;  // fit and background together
+    Extent size_;
+    Columns columns_;
+    std::vector<Spot> places_;  // of the blocks, from the first one's corner down
+    double blocksHigh_ = 0.0;
+    double blocksRight_ = 0.0;  // where something may stand beside them
 };
 
-void PageDrawer::Draw() {
+bool PageDrawer::Draw(const NextPage& next) {
+    // 1. What the first page has room for, and how many pages follow.
+    const double top = HEAD_END + 4.0;
     canvas_.Clear(PAPER);
-    canvas_.ScaleReset();
-    DrawHead();
-    const Rect& plot = at_.Plot;
-    if (last_ > first_) {
-        ChooseScale();
-        DrawGrid();
-        DrawCurves();
-        if (HasFit()) DrawRest();
-        DrawAxes();
-        DrawPeaks();
-        DrawLegend();
-    } else {
-        Write(plot.Left + 8.0, plot.Top + 8.0, "no counts", QUIET, 9.0);
-    }
-    canvas_.Box(plot.Left, plot.Top, plot.Right, plot.Bottom, QUIET, false);
-    DrawTable(DrawBlocks());
-    if (!page_.Footer.empty())
-        Write(MARGIN, canvas_.PixelSize().Height - 20.0, page_.Footer, FAINT, 6.5);
-}
-
-double PageDrawer::YOf(double count) const {
-    const Rect& plot = at_.Plot;
-    double part = 0.0;
-    if (page_.Log)
-        part = count < 1.0 ? 0.0 : std::log10(count) / LOG_DECADES;
+    const double below = DrawPlots(top);
+    DrawBlocks(below);
+    Rect rest{MARGIN, below, Right(), Bottom()};
+    if (Wide())
+        rest.Left = blocksRight_;
     else
-        part = count / fullScale_;
-    return plot.Bottom - std::clamp(part, 0.0, 1.0) * plot.Height();
-}
+        rest.Top += blocksHigh_ > 0.0 ? blocksHigh_ + GAP : 0.0;
+    TableRoom room = RoomIn(rest);
+    const bool poor = room.Rows() < std::min(FEW, TableRows()) || room.Rows() == 0;
+    if (poor) room.Runs = 0;
+    const TableRoom whole = RoomIn({MARGIN, HEAD_END + GAP, Right(), Bottom()});
+    const std::size_t later = TableRows() > room.Rows() ? TableRows() - room.Rows() : 0;
+    const std::size_t each = std::max<std::size_t>(whole.Rows(), 1);
+    const int pages = 1 + static_cast<int>((later + each - 1) / each);
 
-void PageDrawer::Write(double x, double y, std::string_view text, Colour ink, double size,
-                       bool bold) {
-    canvas_.FontSize = size;
-    canvas_.FontBold = bold;
-    canvas_.CurrentX = x;
-    canvas_.CurrentY = y;
-    canvas_.Print(text, ink);
-    canvas_.FontBold = false;
-}
-
-void PageDrawer::WriteRight(double right, double y, std::string_view text, Colour ink,
-                            double size) {
-    canvas_.FontSize = size;
-    Write(right - canvas_.TextWidth(text), y, text, ink, size);
-}
-
-void PageDrawer::DrawHead() {
-    Write(MARGIN, 26.0, page_.Title, INK, 14.0, true);
-    Write(MARGIN, 45.0, page_.Subtitle, QUIET, 8.5);
-    canvas_.Line(MARGIN, 60.0, canvas_.PixelSize().Width - MARGIN, 60.0, FAINT);
-}
-
-void PageDrawer::ChooseScale() {
-    const auto shown = page_.Counts.subspan(static_cast<std::size_t>(first_),
-                                            static_cast<std::size_t>(last_ - first_ + 1));
-    fullScale_ = page_.FullScale > 0 ? page_.FullScale
-                                     : AutoFullScale(*std::max_element(shown.begin(), shown.end()));
-    if (!HasFit()) return;
-    sum_.assign(page_.Fit.begin(), page_.Fit.end());
-    if (!HasBack()) return;
-    for (std::size_t i = 0; i < sum_.size(); ++i) {
-        const std::int64_t both = std::int64_t{page_.Fit[i]} + page_.Background[i];
-        sum_[i] = static_cast<std::int32_t>(
-            std::min<std::int64_t>(both, std::numeric_limits<std::int32_t>::max()));
+    // 2. The first page and the others.
+    StartPage(1, pages);
+    std::size_t row = HasTable() && !poor ? DrawTable(room, 0) : 0;
+    for (int number = 2; number <= pages; ++number) {
+        if (!next || !next()) return false;
+        canvas_.Clear(PAPER);
+        StartPage(number, pages);
+        row = DrawTable(whole, row);
     }
+    return true;
 }
 
-void PageDrawer::DrawGrid() {
-    const Rect& plot = at_.Plot;
-    const auto scaleDiv = InitScaleDiv();
-    const auto digit = static_cast<std::size_t>(std::to_string(fullScale_).front() - '0');
-    const int across = page_.Log ? LOG_DECADES : scaleDiv[digit];
-    for (int i = 1; i < across; ++i) {
-        const double y = plot.Bottom - plot.Height() * i / across;
-        canvas_.Line(plot.Left, y, plot.Right, y, GRID);
+void PageDrawer::StartPage(int number, int pages) {
+    const double width = Right() - MARGIN;
+    canvas_.FontSize = 14.0;
+    canvas_.FontBold = true;
+    const std::string title = Fitted(canvas_, page_.Title, width);
+    Write(canvas_, MARGIN, 26.0, title, INK, 14.0, true);
+    canvas_.FontSize = 8.5;
+    Write(canvas_, MARGIN, 45.0, Fitted(canvas_, page_.Subtitle, width), QUIET, 8.5);
+    canvas_.Line(MARGIN, HEAD_END, Right(), HEAD_END, FAINT);
+    const double foot = size_.Height - 20.0;
+    canvas_.FontSize = 6.5;
+    if (!page_.Footer.empty())
+        Write(canvas_, MARGIN, foot, Fitted(canvas_, page_.Footer, width - 60.0), QUIET, 6.5);
+    if (pages > 1)
+        WriteRight(canvas_, Right(), foot,
+                   "page " + std::to_string(number) + " of " + std::to_string(pages), QUIET, 6.5);
+}
+
+// --- plots -----------
+
+/// What labels, strips and axes of all plots take of the height.
+double PageDrawer::FixedRoom() const {
+    double sum = 0.0;
+    for (std::size_t i = 0; i < page_.Plots.size(); ++i) {
+        const PagePlot& plot = page_.Plots[i];
+        const bool shared = i + 1 < page_.Plots.size() && SameAxis(plot, page_.Plots[i + 1]);
+        sum += LabelRoom(canvas_, plot) + RestRoom(plot) + (shared ? GAP : AxisRoom(plot));
     }
-    for (int i = 1; i < TICKS; ++i) {
-        const double x = XOf(first_ + (last_ - first_ + 1.0) * i / TICKS);
-        canvas_.Line(x, plot.Top, x, plot.Bottom, GRID);
+    return sum;
+}
+
+std::vector<PlotPlace> PageDrawer::PlacePlots(double top, double bottom) const {
+    double shares = 0.0;
+    for (const PagePlot& plot : page_.Plots) shares += plot.Share;
+    const double high = std::max(0.0, bottom - top - FixedRoom());
+    std::vector<PlotPlace> places;
+    double y = top;
+    for (std::size_t i = 0; i < page_.Plots.size(); ++i) {
+        const PagePlot& plot = page_.Plots[i];
+        PlotPlace at;
+        y += LabelRoom(canvas_, plot);
+        at.Plot = {LEFT, y, Right(), y + high * plot.Share / shares};
+        const double rest = RestRoom(plot);
+        at.Rest = {LEFT, at.Plot.Bottom + (rest > 0.0 ? 4.0 : 0.0), Right(), at.Plot.Bottom + rest};
+        at.LowerAxis = i + 1 == page_.Plots.size() || !SameAxis(plot, page_.Plots[i + 1]);
+        y = at.Plot.Bottom + rest + (at.LowerAxis ? AxisRoom(plot) : GAP);
+        places.push_back(at);
     }
+    return places;
 }
 
-void PageDrawer::DrawCurves() {
-    canvas_.DrawWidth = 2.2;
-    if (HasFit()) DrawCurve(sum_, FIT_COLOUR, at_.Plot, HasBack());
-    canvas_.DrawWidth = 0.8;
-    if (HasBack()) DrawCurve(page_.Background, BACK_COLOUR, at_.Plot, true);
-    canvas_.DrawWidth = 0.6;
-    DrawCurve(page_.Counts, DATA_COLOUR, at_.Plot, false);
-    canvas_.DrawWidth = 1.0;
-}
-
-/// One curve on the print target, where graphs are black but for strokes of a colour of their own.
-/// `whereBack`: only where there is a background, since 0 means that the fit did not reach there.
-void PageDrawer::DrawCurve(std::span<const std::int32_t> data, Colour colour, const Rect& where,
-                           bool whereBack) {
-    engine_.ClearTarget(TARGET_PRINT);
-    DrawTarget& t = engine_.Target(TARGET_PRINT);
-    t.Printing = true;
-    engine_.SetFullScale(TARGET_PRINT, fullScale_, page_.Log);
-    const int graph = engine_.RegisterFreeGraph(TARGET_PRINT, data, Channels(page_), colour);
-    engine_.SetPlotColor(TARGET_PRINT, graph, 0, Channels(page_) - 1, colour);
-    const auto drawn = [&](int i) {
-        return !whereBack || page_.Background[static_cast<std::size_t>(i)] != 0;
-    };
-    for (int from = first_; from < last_;) {
-        if (!drawn(from)) {
-            ++from;
-            continue;
-        }
-        int to = from;
-        while (to < last_ && to - from < PIECE - 1 && drawn(to + 1)) ++to;
-        if (to > from) DrawPiece(from, to, where, graph);
-        from = to > from ? to : from + 1;
+/// All plots; where the next thing may stand below them.
+double PageDrawer::DrawPlots(double top) {
+    if (page_.Plots.empty()) return top + GAP;
+    const double blocks = blocksHigh_ > 0.0 ? blocksHigh_ + GAP : 0.0;
+    double bottom = Bottom();
+    if (Wide()) {
+        const double band = std::max(blocksHigh_, static_cast<double>(BAND_ROWS) * LINE_STEP);
+        if (blocks > 0.0 || HasTable()) bottom -= band;
+    } else {
+        // The whole table on this page where the plots stay tall enough; else it goes on.
+        const double fixed = FixedRoom();
+        const TableRoom room = RoomIn({MARGIN, 0.0, Right(), 1.0});
+        const double runs = static_cast<double>(std::max<std::size_t>(room.Runs, 1));
+        const double rows = std::ceil(static_cast<double>(TableRows()) / runs) + 1.0;
+        const double table = HasTable() ? rows * LINE_STEP : 0.0;
+        const double left = bottom - top - fixed - blocks - table;
+        const double high = left >= LEAST_PLOTS ? std::min(left, MOST_PLOTS) : MOST_PLOTS;
+        bottom = top + fixed + high;
     }
+    const std::vector<PlotPlace> places = PlacePlots(top, bottom);
+    for (std::size_t i = 0; i < places.size(); ++i)
+        DrawPagePlot(canvas_, engine_, page_.Plots[i], places[i]);
+    return bottom;
 }
 
-/// The channels from and to and all between them; the next piece begins with `to`.
-void PageDrawer::DrawPiece(int from, int to, const Rect& where, int graph) {
-    const double left = XOf(from);
-    Viewport part(canvas_.Below(), left, where.Top, XOf(to) - left, where.Height());
-    Canvas canvas(part);
-    canvas.DrawWidth = canvas_.DrawWidth;
-    DrawTarget& t = engine_.Target(TARGET_PRINT);
-    t.Canvas = &canvas;
-    engine_.SetChannelRange(TARGET_PRINT, from + 1, to + 1);
-    engine_.PlotGraph(TARGET_PRINT, graph);
-    t.Canvas = nullptr;
-}
+// --- blocks -----------
 
-/// What the fit leaves over, in units of the square root of the counts, from -5 to 5.
-void PageDrawer::DrawRest() {
-    constexpr double reach = 5.0;
-    const Rect& rest = at_.Rest;
-    Viewport part(canvas_.Below(), rest.Left, rest.Top, rest.Width(), rest.Height());
-    Canvas canvas(part);
-    canvas.Scale(first_, reach, last_, -reach);
-    canvas.Line(first_, 0.0, last_, 0.0, FAINT);
-    canvas.DrawWidth = 0.5;
-    bool open = false;
-    double before = 0.0;
-    for (int i = first_; i <= last_; ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        if (HasBack() && page_.Background[at] == 0) {
-            open = false;
-            continue;
-        }
-        const double count = page_.Counts[at];
-        const double now =
-            std::clamp((count - sum_[at]) / std::sqrt(std::max(count, 1.0)), -reach, reach);
-        if (open) canvas.Line(i - 1, before, i, now, REST_COLOUR);
-        before = now;
-        open = true;
+/// Widths of a block's headings and of its values.
+std::pair<double, double> PageDrawer::WidthsOf(const PageBlock& block) {
+    canvas_.FontSize = BLOCK_SIZE;
+    double heading = 0.0;
+    double value = 0.0;
+    for (const auto& [name, text] : block.Lines) {
+        heading = std::max(heading, canvas_.TextWidth(name));
+        value = std::max(value, std::min(canvas_.TextWidth(text), WidestValue()));
     }
-    canvas_.Box(rest.Left, rest.Top, rest.Right, rest.Bottom, FAINT, false);
-    WriteRight(rest.Left - 4.0, rest.Top - 1.0, "+5", QUIET, 6.5);
-    WriteRight(rest.Left - 4.0, (rest.Top + rest.Bottom) / 2.0 - 4.0, "Δ/σ", QUIET, 6.5);
-    WriteRight(rest.Left - 4.0, rest.Bottom - 6.5, "-5", QUIET, 6.5);
+    return {heading, value};
 }
 
-void PageDrawer::DrawAxes() {
-    // 1. Counts: a strip taller than the plot, so that the labels at its ends are whole.
-    const Rect& plot = at_.Plot;
-    constexpr double over = 8.0;
-    Viewport left(canvas_.Below(), 0.0, plot.Top - over, plot.Left - 4.0, plot.Height() + 2 * over);
-    Canvas counts(left);
-    const double beyond = 100.0 * over / plot.Height();
-    counts.Scale(0.0, 100.0 + beyond, 100.0, -beyond);
-    AxisScale axis;
-    YScaleDraw(counts, page_.Log ? LOG_DECADES : fullScale_, axis, INK);
-
-    // 2. The unit, and below it the channels.
-    const double low = at_.Rest.Bottom;
-    XAxis what{page_.Unit, TICKS, static_cast<double>(last_ - first_ + 1),
-               static_cast<double>(first_), page_.Param.TwoTheta};
-    if (what.Unit == UNIT_D && !(page_.Param.TwoTheta > 0.0)) what.Unit = UNIT_CH;
-    const auto strip = [&](double top, Colour ink) {
-        Viewport below(canvas_.Below(), plot.Left, top, plot.Width(), 20.0);
-        Canvas canvas(below);
-        XScaleDraw(canvas, what, page_.Param, page_.Dac, axis, ink);
-        WriteRight(plot.Left - 6.0, top + 5.0, UnitAbbrev(what.Unit), ink, 8.0);
-    };
-    strip(low + 2.0, INK);
-    if (what.Unit == UNIT_CH) return;
-    what.Unit = UNIT_CH;
-    strip(low + 22.0, QUIET);
+/// Side by side; on a page that is wider than tall, where the table would find no room beside them
+/// so, one above the other.
+void PageDrawer::ArrangeBlocks() {
+    PlaceBlocks(0);
+    if (Wide() && HasTable() && Right() - blocksRight_ < columns_.Wide) PlaceBlocks(TALL_ROWS);
 }
 
-void PageDrawer::DrawLegend() {
-    struct Entry {
-        const char* Name;
-        Colour Ink;
-        double Width;
-        bool There;
-    };
-    const Entry entries[] = {{"counts", DATA_COLOUR, 0.8, true},
-                             {"fit on background", FIT_COLOUR, 2.2, HasFit() && HasBack()},
-                             {"fit", FIT_COLOUR, 2.2, HasFit() && !HasBack()},
-                             {"background", BACK_COLOUR, 0.8, HasBack()}};
-    const auto lines = std::count_if(std::begin(entries), std::end(entries),
-                                     [](const Entry& entry) { return entry.There; });
-    const double left = at_.Plot.Right - 112.0;
-    double y = at_.Plot.Top + 6.0;
-    canvas_.Box(left - 5.0, y - 2.0, at_.Plot.Right - 5.0,
-                y + 10.0 * static_cast<double>(lines) + 2.0, PAPER, true);
-    for (const Entry& entry : entries) {
-        if (!entry.There) continue;
-        canvas_.DrawWidth = entry.Width;
-        canvas_.Line(left, y + 4.5, left + 18.0, y + 4.5, entry.Ink);
-        canvas_.DrawWidth = 1.0;
-        Write(left + 23.0, y, entry.Name, INK, 7.5);
-        y += 10.0;
-    }
-}
-
-void PageDrawer::DrawPeaks() {
-    // 1. The peaks in view, from left to right.
-    std::vector<const PagePeak*> peaks;
-    for (const PagePeak& peak : page_.Peaks)
-        if (peak.Ch >= first_ && peak.Ch <= last_) peaks.push_back(&peak);
-    std::sort(peaks.begin(), peaks.end(),
-              [](const PagePeak* a, const PagePeak* b) { return a->Ch < b->Ch; });
-    std::vector<double> wanted;
-    for (const PagePeak* peak : peaks) wanted.push_back(XOf(peak->Ch));
-    const std::vector<double> places =
-        SpreadLabels(wanted, LABEL_GAP, at_.Plot.Left + 4.0, at_.Plot.Right - 4.0);
-
-    // 2. A leader from each label to its peak, and the label upright above the plot.
-    const double crowd =
-        places.size() < 2 ? LABEL_GAP : at_.Plot.Width() / static_cast<double>(places.size());
-    const double size = LABEL_SIZE * std::min(1.0, crowd / LABEL_GAP);
-    for (std::size_t i = 0; i < peaks.size(); ++i) {
-        const auto channel = static_cast<std::size_t>(
-            std::clamp(std::lround(peaks[i]->Ch), 0L, static_cast<long>(last_)));
-        const double tip = YOf(page_.Counts[channel]) - 3.0;
-        const double knee = at_.Plot.Top - 2.0;
-        const Colour ink = peaks[i]->Used ? INK : FAINT;
-        canvas_.DrawWidth = 0.4;
-        canvas_.Line(places[i], at_.LabelBase + 1.0, wanted[i], knee, FAINT);
-        if (tip > knee) canvas_.Line(wanted[i], knee, wanted[i], tip, FAINT);
-        canvas_.DrawWidth = 1.0;
-        canvas_.FontSize = size;
-        canvas_.TextAngle = 90.0;
-        const double high = canvas_.TextHeight("A");
-        Write(places[i] - high / 2.0, at_.LabelBase, peaks[i]->Label, ink, size);
-        canvas_.TextAngle = 0.0;
-    }
-}
-
-/// The blocks side by side; the abscissa where the next thing may stand.
-double PageDrawer::DrawBlocks() {
-    constexpr double size = 8.0;
-    double left = at_.Blocks.Left;
+/// Columns of blocks with as many rows as fit in `rows`, and one block at least.
+void PageDrawer::PlaceBlocks(std::size_t rows) {
+    places_.clear();
+    blocksHigh_ = 0.0;
+    std::size_t used = 0;
+    double left = MARGIN;
+    double right = MARGIN;
     for (const PageBlock& block : page_.Blocks) {
-        canvas_.FontSize = size;
-        double heading = 0.0;
-        double value = 0.0;
-        for (const auto& [name, text] : block.Lines) {
-            heading = std::max(heading, canvas_.TextWidth(name));
-            value = std::max(value, canvas_.TextWidth(text));
+        const std::size_t lines = block.Lines.size() + 1;
+        if (used > 0 && used + 1 + lines > rows) {
+            left = right + BETWEEN_BLOCKS;
+            used = 0;
+        } else if (used > 0) {
+            ++used;  // an empty line between them
         }
-        double y = at_.Blocks.Top;
-        Write(left, y, block.Title, QUIET, size, true);
-        const double title = canvas_.TextWidth(block.Title) * 1.1;
+        places_.push_back({left, static_cast<double>(used) * LINE_STEP});
+        used += lines;
+        const auto [heading, value] = WidthsOf(block);
+        canvas_.FontBold = true;
+        const double title = canvas_.TextWidth(block.Title);
+        canvas_.FontBold = false;
+        right = std::max(right, left + std::max(heading + HEADING_TO_VALUE + value, title));
+        blocksHigh_ = std::max(blocksHigh_, static_cast<double>(used) * LINE_STEP);
+    }
+    blocksRight_ = page_.Blocks.empty() ? MARGIN : right + BETWEEN_BLOCKS;
+}
+
+void PageDrawer::DrawBlocks(double top) {
+    for (std::size_t k = 0; k < page_.Blocks.size(); ++k) {
+        const PageBlock& block = page_.Blocks[k];
+        const double values = places_[k].X + WidthsOf(block).first + HEADING_TO_VALUE;
+        double y = top + places_[k].Y;
+        Write(canvas_, places_[k].X, y, block.Title, QUIET, BLOCK_SIZE, true);
         for (const auto& [name, text] : block.Lines) {
             y += LINE_STEP;
-            if (y + LINE_STEP > at_.Blocks.Bottom + 1.0) break;
-            Write(left, y, name, QUIET, size);
-            Write(left + heading + 8.0, y, text, INK, size);
+            Write(canvas_, places_[k].X, y, name, QUIET, BLOCK_SIZE);
+            Write(canvas_, values, y, Fitted(canvas_, text, WidestValue()), INK, BLOCK_SIZE);
         }
-        left += std::max(heading + 8.0 + value, title) + 26.0;
     }
-    return left;
 }
 
-/// Columns right-aligned, in as many runs side by side as there is room for; the rest is counted.
-void PageDrawer::DrawTable(double left) {
-    if (page_.Table.Head.empty()) return;
-    constexpr double size = 7.5;
-    constexpr double between = 9.0;
-    canvas_.FontSize = size;
-    const std::size_t columns = page_.Table.Head.size();
-    std::vector<double> widths(columns);
-    double wide = 0.0;
-    for (std::size_t c = 0; c < columns; ++c) {
-        widths[c] = canvas_.TextWidth(page_.Table.Head[c]) * 1.08;
-        for (const auto& row : page_.Table.Rows)
-            if (c < row.size()) widths[c] = std::max(widths[c], canvas_.TextWidth(row[c]));
-        wide += widths[c] + between;
+// --- the table -----------
+
+Columns PageDrawer::MeasureColumns() {
+    Columns columns;
+    const PageTable& table = page_.Table;
+    canvas_.FontSize = TABLE_SIZE;
+    for (std::size_t c = 0; c < table.Head.size(); ++c) {
+        canvas_.FontBold = true;
+        double width = canvas_.TextWidth(table.Head[c]);
+        canvas_.FontBold = false;
+        for (const auto& row : table.Rows)
+            if (c < row.size()) width = std::max(width, canvas_.TextWidth(row[c]));
+        columns.Widths.push_back(width);
+        columns.Wide += width + (c == 0 ? 0.0 : BETWEEN_COLUMNS);
     }
-    const auto rows = static_cast<std::size_t>(at_.Blocks.Height() / LINE_STEP) - 1;
-    std::size_t next = 0;
-    do {
-        if (left + wide > at_.Blocks.Right + between + 1.0) break;
+    const double page = Right() - MARGIN;
+    if (columns.Wide > page) {
+        const double narrower = page / columns.Wide;
+        for (double& width : columns.Widths) width *= narrower;
+        columns.Size *= narrower;
+        columns.Wide = page;
+    }
+    return columns;
+}
+
+TableRoom PageDrawer::RoomIn(const Rect& at) const {
+    TableRoom room{at};
+    const double rows = std::floor(at.Height() / LINE_STEP) - 1.0;
+    if (!HasTable() || at.Width() < columns_.Wide || rows < 0.0) return room;
+    room.RowsOfRun = static_cast<std::size_t>(rows);
+    room.Runs = static_cast<std::size_t>((at.Width() + BETWEEN_RUNS + 0.01) /
+                                         (columns_.Wide + BETWEEN_RUNS));
+    room.Runs = std::max<std::size_t>(room.Runs, 1);
+    return room;
+}
+
+/// Rows from `next` on, columns right-aligned; the first row that found no room.
+std::size_t PageDrawer::DrawTable(const TableRoom& room, std::size_t next) {
+    const PageTable& table = page_.Table;
+    double left = room.At.Left;
+    for (std::size_t run = 0; run < room.Runs; ++run) {
+        if (run > 0 && next >= table.Rows.size()) break;
+        const std::size_t end = std::min(next + room.RowsOfRun, table.Rows.size());
         double x = left;
-        for (std::size_t c = 0; c < columns; ++c) {
-            x += widths[c];
-            canvas_.FontSize = size;
-            canvas_.FontBold = true;
-            const double head = canvas_.TextWidth(page_.Table.Head[c]);
-            Write(x - head, at_.Blocks.Top, page_.Table.Head[c], QUIET, size, true);
-            double y = at_.Blocks.Top + LINE_STEP;
-            for (std::size_t r = next; r < std::min(next + rows, page_.Table.Rows.size()); ++r) {
-                const auto& row = page_.Table.Rows[r];
-                if (c < row.size()) WriteRight(x, y, row[c], INK, size);
+        for (std::size_t c = 0; c < table.Head.size(); ++c) {
+            x += columns_.Widths[c];
+            double y = room.At.Top;
+            WriteRight(canvas_, x, y, table.Head[c], QUIET, columns_.Size, true);
+            for (std::size_t r = next; r < end; ++r) {
                 y += LINE_STEP;
+                const auto& row = table.Rows[r];
+                if (c < row.size()) WriteRight(canvas_, x, y, row[c], INK, columns_.Size);
             }
-            x += between;
+            x += BETWEEN_COLUMNS;
         }
-        next = std::min(next + rows, page_.Table.Rows.size());
-        left += wide + 16.0;
-    } while (next < page_.Table.Rows.size());
-    if (next < page_.Table.Rows.size())
-        WriteRight(at_.Blocks.Right, at_.Blocks.Bottom + 8.0,
-                   "and " + std::to_string(page_.Table.Rows.size() - next) + " more", QUIET, 7.0);
+        left += columns_.Wide + BETWEEN_RUNS;
+        next = end;
+    }
+    return next;
 }
 
 }  // namespace
+
+bool DrawPages(Canvas& canvas, DrawEngine& engine, const PageData& page, const NextPage& next) {
+    return PageDrawer(canvas, engine, page).Draw(next);
+}
+
+std::vector<std::int32_t> SumOf(std::span<const std::int32_t> a, std::span<const std::int32_t> b) {
+    std::vector<std::int32_t> sum(std::min(a.size(), b.size()));
+    for (std::size_t i = 0; i < sum.size(); ++i) {
+        const std::int64_t both = std::int64_t{a[i]} + b[i];
+        sum[i] = static_cast<std::int32_t>(
+            std::clamp<std::int64_t>(both, std::numeric_limits<std::int32_t>::min(),
+                                     std::numeric_limits<std::int32_t>::max()));
+    }
+    return sum;
+}
 
 std::vector<double> SpreadLabels(std::span<const double> wanted, double gap, double low,
                                  double high) {
@@ -469,10 +375,6 @@ std::vector<double> SpreadLabels(std::span<const double> wanted, double gap, dou
         for (std::size_t i = 0; i < group.Size; ++i)
             places.push_back(start(group) + gap * static_cast<double>(i));
     return places;
-}
-
-void DrawPage(Canvas& canvas, DrawEngine& engine, const PageData& page) {
-    PageDrawer(canvas, engine, page).Draw();
 }
 
 }  // namespace vael

@@ -10,6 +10,7 @@
 #include "core/text.h"
 #include "core/wholefile.h"
 #include "core/windows.h"
+#include "display/edittext.h"
 #include "files/filevael.h"
 #include "toolkit/desk.h"
 #include "toolkit/hand.h"
@@ -90,20 +91,6 @@ std::string Trimmed(FixedText<N>& text) {
     const auto last = std::find_if_not(bytes.rbegin(), bytes.rend(), isBlank).base();
     text.SetBytes(first < last ? std::string(first, last) : std::string());
     return text.Trimmed();
-}
-
-/// "2018/10/10".
-std::string DateOf(const PropertyRecord& record) {
-    const std::string_view date = record.OpDate.View();
-    return FromCp932(date.substr(0, 4)) + "/" + FromCp932(date.substr(4, 2)) + "/" +
-           FromCp932(date.substr(6, 2));
-}
-
-/// "09:05.41": the second separator is a point, as it was settled.
-std::string TimeOf(const PropertyRecord& record) {
-    const std::string_view time = record.OpTime.View();
-    return FromCp932(time.substr(0, 2)) + ":" + FromCp932(time.substr(2, 2)) + "." +
-           FromCp932(time.substr(4, 2));
 }
 
 void ShowCalibration(const ParamRecord& param) {

@@ -49,10 +49,18 @@ struct FolderItem {
     bool IsFolder = false;
 };
 
-/// A running print job.
+/// What is to be printed, and where.
+struct PrintOrder {
+    std::string Title;
+    bool Landscape = false;
+    std::string File;  // the PDF to make, taking the place of one that is there; empty: the printer
+};
+
+/// A running print job. One that is not ended leaves no file behind.
 class PrintJob {
 public:
     virtual ~PrintJob() = default;
+    /// The whole sheet, its pixels points.
     [[nodiscard]] virtual Surface& Page() = 0;
     virtual bool NextPage() = 0;  // false when the printer failed
     virtual bool End() = 0;
@@ -76,8 +84,9 @@ public:
     virtual bool Launch(const std::string& program, const std::vector<std::string>& words) = 0;
     /// Opens a text file in the system's own editor; false where there is no file or none starts.
     virtual bool OpenText(const std::string& path) = 0;
-    /// nullptr when there is no printer.
-    virtual std::unique_ptr<PrintJob> StartPrintJob(const std::string& title) = 0;
+    [[nodiscard]] virtual bool HasPrinter() = 0;
+    /// nullptr when there is no printer, or when the file cannot be made.
+    virtual std::unique_ptr<PrintJob> StartPrintJob(const PrintOrder& order) = 0;
     virtual void StayOnTop(View& view, bool on) = 0;
     /// Brings to the screen what changed in the records.
     virtual void Show() = 0;

@@ -499,7 +499,7 @@ bool Close(View& view) {
 
 bool Resize(View& view) {
     if (!view.Resized) return false;
-    if (CommandRunning()) {
+    if (!MayAct(view)) {  // the modal view that a command waits for is drawn in its new size
         Once(hands.PendingResize, view);
         return false;
     }

@@ -399,6 +399,9 @@ TEST(Batch, OutFilesAreMadeForEachSpectrumUnderNamesOfTheirOwn) {
     EXPECT_EQ(csv, BytesOf(folder.Path("out/Au_2GPa_500K.npd-2.peaks.csv")));
     const std::string page = BytesOf(folder.Path("out/Au_2GPa_500K.npd.svg"));
     EXPECT_NE(page.find("<svg"), std::string::npos);
+    for (const char* text : {">Measurement Name <", ">Count Rate (cps) <", ">Counts<", ">h k l<",
+                             ">fit on background<", ">T / C<"})
+        EXPECT_NE(page.find(text), std::string::npos) << text;
     EXPECT_NE(page.find("Au Gold"), std::string::npos);
 }
 

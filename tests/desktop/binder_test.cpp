@@ -492,7 +492,8 @@ TEST(Desk, LaunchingSaysWhetherTheProgramIsThere) {
 TEST(Desk, WithoutAPrinterThereIsNoPrintJob) {
     DeskWorld w;
     if (!QPrinterInfo::availablePrinterNames().isEmpty()) GTEST_SKIP() << "there is a printer";
-    EXPECT_EQ(w.Desk.StartPrintJob("page"), nullptr);
+    EXPECT_FALSE(w.Desk.HasPrinter());
+    EXPECT_EQ(w.Desk.StartPrintJob({.Title = "page", .Landscape = false, .File = {}}), nullptr);
 }
 
 TEST(Desk, NewColoursOfTheSystemReachStripsIconsAndReadOuts) {

@@ -1,6 +1,7 @@
 // The energy calibration in its windows: a whole calibration by mouse and keys, every control
 // pressed, and their pictures.
 #include "gridworld.h"
+#include "pdf.h"
 #include "shots.h"
 
 #include "calibration/calibreport.h"
@@ -8,6 +9,7 @@
 #include "core/cursors.h"
 #include "core/fault.h"
 #include "core/graphs.h"
+#include "display/frmprint.h"
 
 #include <QLabel>
 #include <QListWidget>
@@ -96,9 +98,14 @@ TEST(CalibrationOnScreen, OpenFitEnterCalculateShowPrintUpdate) {
     EXPECT_TRUE(world.Widget<QPlainTextEdit>(curve, "txtMemo")
                     .toPlainText()
                     .startsWith(QStringLiteral("Energy(keV) = (")));
-    world.Desk.Answers.push_back(Answer::Ok);
+    const std::string page = world.Folder.filePath(QStringLiteral("curve.pdf")).toStdString();
+    world.WhileModal(frmPrint, [&] {
+        world.TypeInto(frmPrint.txtFileName, page.c_str());
+        world.ClickOn(frmPrint.cmdOk);
+    });
     world.ClickOn(curve.cmdPrint);
-    EXPECT_EQ(world.Desk.Asked.back(), "Printer not ready");
+    EXPECT_TRUE(test::Pdf(page).Has("Energy Calibration Curve"));
+    EXPECT_EQ(test::Pdf(page).Pictures(), 0);
     world.ClickOn(curve.cmdOK);
     EXPECT_FALSE(world.Desk.FormOfView(curve)->isVisible());
 
@@ -175,7 +182,7 @@ TEST(CalibrationOnScreen, EveryControlIsPressedAndItsResultSeen) {
     world.ClickOn(curve.cmdOK);
     world.ClickOn(v.cmdCurve);
     EXPECT_TRUE(curve.Visible);
-    world.Desk.Answers.push_back(Answer::Ok);
+    world.WhileModal(frmPrint, [&] { world.ClickOn(frmPrint.cmdCan); });
     world.ClickOn(curve.cmdPrint);
     world.ClickCell(v.sprdFileName, C::NAME, 1);
     world.ClickOn(v.cmdDelFile);

@@ -6,6 +6,8 @@
 
 #include "core/windows.h"
 #include "desktop/start.h"
+#include "display/frmbatchprint.h"
+#include "display/frmprint.h"
 
 #include <QLabel>
 #include <QSplitter>
@@ -261,6 +263,12 @@ TEST(Journey, EveryEnabledControlIsPressed) {
         EXPECT_TRUE(world.Desk.FormOfView(frmProperty)->isVisible());
         world.ClickOn(frmProperty.cmdCan);
     }
+    for (int way = 0; way < 2; ++way) {  // and printing
+        world.WhileModal(frmPrint, [&] { world.ClickOn(frmPrint.cmdCan); });
+        way == 0 ? world.ClickOn(v.mnuPrint) : world.ClickOn(v.cmdFiles[2]);
+    }
+    world.ClickOn(v.mnuBatchPrint);
+    world.ClickOn(frmBatchPrint.cmdClose);
     test::CopyElementTable(world);
     world.ClickOn(v.cmdEnergy[1]);  // and so has the periodic table
     EXPECT_TRUE(world.Desk.FormOfView(frmAtom)->isVisible());

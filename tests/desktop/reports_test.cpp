@@ -8,6 +8,7 @@
 #include "core/fault.h"
 #include "core/graphs.h"
 #include "core/regionmarks.h"
+#include "display/frmprint.h"
 
 #include <QLabel>
 
@@ -42,7 +43,7 @@ TEST(PeakReportOnScreen, EveryControlIsPressedAndTheCurveFollows) {
     world.ClickOn(frmVaelAna.mnuPeakReport);
     test::CollectUsable(usable);
     ASSERT_TRUE(world.Desk.FormOfView(P())->isVisible());
-    EXPECT_FALSE(world.Widget(P(), "cmdPrint").isEnabled());
+    EXPECT_TRUE(world.Widget(P(), "cmdPrint").isEnabled());
     ASSERT_EQ(world.Table(P().sprPeakInf).model()->rowCount(), 5);
 
     world.ClickCell(P().sprPeakInf, PeakReportView::INTENSITY, 2);
@@ -70,6 +71,8 @@ TEST(PeakReportOnScreen, EveryControlIsPressedAndTheCurveFollows) {
 
     world.KeyOn(Qt::Key_R, Qt::ControlModifier);
     ASSERT_TRUE(P().Visible);
+    world.WhileModal(frmPrint, [&] { world.ClickOn(frmPrint.cmdCan); });
+    world.ClickOn(P().cmdPrint);
     world.TypeCell(P().sprPeakInf, PeakReportView::GAUSS, 1, "50");
     world.ClickOn(P().cmdRepEnd);
     EXPECT_FALSE(P().Visible);

@@ -37,12 +37,12 @@ inline void Shoot(QWidget& widget, const std::string& name) {
     const QPixmap picture = widget.grab();
     ASSERT_TRUE(picture.save(QString::fromStdString((folder / file).string())));
     static const std::set<std::string> shown{
-        "opened",          "fitted",        "fitted_dark", "log",         "setting",
-        "setting_express", "disppara",      "input",       "rows",        "expandsetting",
-        "expand",          "pileup",        "area",        "memo",        "peakreport",
-        "roireport",       "manualfit",     "inputfit",    "regions",     "property",
-        "calibration",     "calibcurve",    "atom",        "element",     "lattice",
-        "lattice_use",     "lattice_marks", "setcolor",    "dialogcolor", "tengraphs"};
+        "opened",   "fitted",      "fitted_dark",   "log",           "setting",   "setting_express",
+        "disppara", "input",       "rows",          "expandsetting", "expand",    "pileup",
+        "area",     "memo",        "peakreport",    "roireport",     "manualfit", "inputfit",
+        "regions",  "property",    "calibration",   "calibcurve",    "atom",      "element",
+        "lattice",  "lattice_use", "lattice_marks", "print",         "preview",   "batchprint",
+        "setcolor", "dialogcolor", "tengraphs"};
     if (scale > 1 || !shown.contains(name) || !qEnvironmentVariableIsSet("VAEL_APPROVE")) return;
     const std::filesystem::path manual = std::filesystem::path(VAEL_SOURCE_DIR) / "docs/images";
     std::filesystem::create_directories(manual);

@@ -39,7 +39,7 @@ Level LevelOf(const std::string& path) {
     if (stem == "core/units") return Level::Numeric;
     const bool commands = Starts(name, "frm") || name.find("commands") != std::string::npos;
     if (Starts(path, "files/") && !commands) return Level::Files;
-    if (Starts(path, "core/") || commands) return Level::Workbench;
+    if (Starts(path, "core/") || commands || stem == "display/printing") return Level::Workbench;
     return Level::Numeric;  // analysis, lattice, display
 }
 

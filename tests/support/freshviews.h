@@ -17,7 +17,10 @@
 #include "core/frmlog.h"
 #include "core/frmselgraph.h"
 #include "core/frmvaelana.h"
+#include "display/frmbatchprint.h"
 #include "display/frmdialogcolor.h"
+#include "display/frmpreview.h"
+#include "display/frmprint.h"
 #include "display/frmsetcolor.h"
 #include "files/frmproperty.h"
 #include "lattice/frmatom.h"
@@ -51,6 +54,9 @@ inline void FreshViews() {
     Unload(frmCalibCurv);
     Unload(frmSetColor);
     Unload(frmDialogColor);
+    Unload(frmPrint);
+    Unload(frmPreView);
+    Unload(frmBatchPrint);
 }
 
 }  // namespace vael

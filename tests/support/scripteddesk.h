@@ -25,6 +25,7 @@ public:
     }
     ~ScriptedDesk() override {
         EXPECT_TRUE(questions_.empty()) << "never asked: " << questions_.front().first;
+        EXPECT_TRUE(looks_.empty()) << "a box that was expected never came";
         EXPECT_TRUE(files_.empty()) << "an open dialog that was expected never came";
         EXPECT_TRUE(saves_.empty()) << "a save dialog that was expected never came";
         EXPECT_TRUE(colours_.empty()) << "a colour dialog that was expected never came";
@@ -37,6 +38,10 @@ public:
     // The script.
     void ExpectQuestion(std::string text, Answer answer = Answer::Ok) {
         questions_.emplace_back(std::move(text), answer);
+    }
+    /// A box whose text the test looks at itself.
+    void ExpectAny(std::function<void(const std::string&)> look) {
+        looks_.push_back(std::move(look));
     }
     void ChooseFiles(std::vector<std::string> paths) {
         files_.push_back(FileChoice{.Paths = std::move(paths), .FilterIndex = 1});
@@ -60,8 +65,8 @@ public:
     bool EditorStarts = true;
     std::vector<std::string> Launched;
     bool ProgramStarts = false;
-    /// Starts a print job; empty where there is no printer.
-    std::function<std::unique_ptr<PrintJob>(const std::string&)> Printer;
+    /// Starts a print job, on the printer or in a file; empty where there is no printer.
+    std::function<std::unique_ptr<PrintJob>(const PrintOrder&)> Printer;
     std::function<void()> OnLaunch;  // what stands at the moment of the start
     std::vector<FileDialog> SaveDialogs;
     std::vector<Colour> ColoursOffered;  // what the colour dialogs began with
@@ -72,6 +77,12 @@ public:
 
     Answer Ask(const Question& question) override {
         Asked.push_back(question);
+        if (!looks_.empty()) {
+            const auto look = std::move(looks_.front());
+            looks_.pop_front();
+            look(question.Text);
+            return question.Default();
+        }
         if (questions_.empty()) {
             ADD_FAILURE() << "nobody expected the question: " << question.Text;
             return question.Default();
@@ -150,8 +161,9 @@ public:
         OpenedTexts.push_back(path);
         return EditorStarts;
     }
-    std::unique_ptr<PrintJob> StartPrintJob(const std::string& title) override {
-        return Printer ? Printer(title) : nullptr;
+    [[nodiscard]] bool HasPrinter() override { return Printer != nullptr; }
+    std::unique_ptr<PrintJob> StartPrintJob(const PrintOrder& order) override {
+        return Printer ? Printer(order) : nullptr;
     }
     void StayOnTop(View& view, bool on) override { view.OnTop = on; }
     void Show() override { ++Shows; }
@@ -159,6 +171,7 @@ public:
 
 private:
     std::deque<std::pair<std::string, Answer>> questions_;
+    std::deque<std::function<void(const std::string&)>> looks_;
     std::deque<std::optional<FileChoice>> files_;
     std::deque<std::optional<FileChoice>> saves_;
     std::deque<std::optional<Colour>> colours_;

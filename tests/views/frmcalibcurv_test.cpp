@@ -1,6 +1,8 @@
 // The calibration curve: what it shows, its picture, and the printed page.
 #include "support/calibworld.h"
-#include "support/recordingcanvas.h"
+#include "support/printer.h"
+
+#include "display/frmprint.h"
 
 #include <gtest/gtest.h>
 
@@ -14,19 +16,6 @@ namespace {
 
 CalibCurvView& curve = frmCalibCurv;
 
-/// A job on a recorded page that ends well or fails.
-class RecordedJob : public PrintJob {
-public:
-    RecordedJob(RecordingSurface& page, bool fine) : page_(page), fine_(fine) {}
-    Surface& Page() override { return page_; }
-    bool NextPage() override { return fine_; }
-    bool End() override { return fine_; }
-
-private:
-    RecordingSurface& page_;
-    bool fine_;
-};
-
 struct Curved : Calibrated {
     Curved() {
         Row(1, "101", "3");
@@ -34,14 +23,17 @@ struct Curved : Calibrated {
         Click(v.cmdCalEng);
         Click(v.cmdCurve);
     }
-    /// A printer whose jobs draw on `page`.
-    void PrinterOn(RecordingSurface& page, bool fine) {
-        Desk.Printer = [&page, fine, this](const std::string& title) {
-            Titles.push_back(title);
-            return std::make_unique<RecordedJob>(page, fine);
-        };
+    /// Presses "Print", and "O K" in the dialog that follows.
+    void Print() {
+        Desk.OnModal([](View& view) {
+            EXPECT_EQ(&view, &frmPrint);
+            Click(frmPrint.optOrientation[1]);
+            Type(frmPrint.txtFileName, "");
+            Click(frmPrint.cmdOk);
+        });
+        EXPECT_TRUE(Click(curve.cmdPrint));
     }
-    std::vector<std::string> Titles;
+    test::PrinterLog Log;
 };
 
 }  // namespace
@@ -88,32 +80,32 @@ TEST(CalibrationCurveView, IsDrawnAnewForEachSizeOfItsPicture) {
 
 TEST(CalibrationCurveView, PrintsWhatItShows) {
     Curved w;
-    RecordingSurface page(595.0, 842.0);
-    w.PrinterOn(page, true);
-    EXPECT_TRUE(Click(curve.cmdPrint));
-    EXPECT_EQ(w.Titles, (std::vector<std::string>{"Energy Calibration Curve"}));
-    const auto words = page.Words();
+    w.Desk.Printer = test::PrinterInto(w.Log);
+    w.Print();
+    ASSERT_EQ(w.Log.Pages.size(), 1U);
+    EXPECT_EQ(w.Log.Orders[0].Title, "Energy Calibration Curve");
+    EXPECT_EQ(w.Log.Sizes[0].Width, 595.0);
     for (const std::string& told : {std::string("Energy Calibration Curve"), std::string("Channel"),
                                     std::string("           keV"), curve.txtMemo.Text})
-        EXPECT_NE(std::find(words.begin(), words.end(), told), words.end()) << told;
-    EXPECT_EQ(w.Status(), "The calibration curve was printed.");
+        EXPECT_TRUE(w.Log.Has(0, told)) << told;
+    EXPECT_EQ(w.Status(), "Printed 1 page on the printer.");
 }
 
 TEST(CalibrationCurveView, WithoutAPrinterItSaysSo) {
     Curved w;
     w.Desk.ExpectQuestion("Printer not ready");
-    Click(curve.cmdPrint);
+    w.Print();
     EXPECT_EQ(w.Status(), "Not printed: there is no printer.");
     EXPECT_TRUE(curve.Visible);
 }
 
 TEST(CalibrationCurveView, APrinterThatFailsIsTold) {
     Curved w;
-    RecordingSurface page(595.0, 842.0);
-    w.PrinterOn(page, false);
-    w.Desk.ExpectQuestion("Printer not ready");
-    Click(curve.cmdPrint);
-    EXPECT_EQ(w.Status(), "Not printed: the printer failed.");
+    w.Desk.Printer = test::PrinterInto(w.Log);
+    w.Log.FailAtEnd = true;
+    w.Desk.ExpectQuestion("Printer error: the printer failed on page 1. The job was ended.");
+    w.Print();
+    EXPECT_EQ(w.Status(), "Not printed: the printer failed on page 1; the job was ended.");
 }
 
 TEST(CalibrationCurveView, OKEnterAndEscapeCloseIt) {

@@ -1,6 +1,7 @@
 // The program's own file dialog, by its properties and by the user's hand.
 #include "support/world.h"
 
+#include "core/folders.h"
 #include "core/frminput.h"
 
 #include <gtest/gtest.h>

@@ -62,7 +62,7 @@ TEST(PeakReport, OpensForTheCurrentRowWithItsWords) {
     EXPECT_EQ(v.cmdPrint.Caption, "Print");
     EXPECT_EQ(v.cmdPkSet.Caption, "SET");
     EXPECT_EQ(v.cmdRepEnd.Caption, "OK");
-    EXPECT_FALSE(v.cmdPrint.Usable());
+    EXPECT_TRUE(v.cmdPrint.Usable());
     EXPECT_EQ(v.GrpNo, 0);
     EXPECT_EQ(v.WinNo, 0);
     EXPECT_EQ(v.DispUnit, 0);

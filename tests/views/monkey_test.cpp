@@ -80,7 +80,8 @@ public:
     void Busy(bool on) override { BusyDepth += on ? 1 : -1; }
     bool Launch(const std::string&, const std::vector<std::string>&) override { return false; }
     bool OpenText(const std::string&) override { return monkey_.Chance(50); }
-    std::unique_ptr<PrintJob> StartPrintJob(const std::string&) override { return nullptr; }
+    [[nodiscard]] bool HasPrinter() override { return false; }
+    std::unique_ptr<PrintJob> StartPrintJob(const PrintOrder&) override { return nullptr; }
     void StayOnTop(View& view, bool on) override { view.OnTop = on; }
     void Show() override {}
     void Quit() override { ++Quits; }
