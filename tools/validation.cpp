@@ -267,7 +267,7 @@ struct PublishedPoint {
 };
 
 double PtVinetByVolume(double x, double kelvin) {
-    return PressurePtVinet(std::cbrt(x), ToCelsius(kelvin, TEMPERATURE_KELVIN) + 0.15);
+    return PressurePtVinet(std::cbrt(x), kelvin - 273.0);  // whose 300 K is 27 C
 }
 
 constexpr PublishedPoint PUBLISHED[] = {
