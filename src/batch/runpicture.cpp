@@ -4,6 +4,7 @@
 #include "batch/runtable.h"
 #include "core/fault.h"
 #include "core/text.h"
+#include "display/paper.h"
 #include "display/svgcanvas.h"
 
 #include <algorithm>
@@ -18,13 +19,16 @@
 namespace vael {
 namespace {
 
-constexpr Colour PAPER = Rgb(255, 255, 255);
-constexpr Colour INK = Rgb(34, 34, 34);
-constexpr Colour QUIET = Rgb(110, 110, 110);
-constexpr Colour GRID = Rgb(228, 228, 228);
+using paper::GRID;
+using paper::INK;
+using paper::MARGIN;
+using paper::QUIET;
+using paper::Write;
+using paper::WriteRight;
+
 constexpr Colour GAP = Rgb(240, 238, 230);
-// Blue and vermilion of the palette of M. Okabe and K. Ito (2008), apart for the colour blind.
-constexpr Colour MARK = Rgb(0, 114, 178);
+constexpr Colour MARK = paper::BACK_COLOUR;
+// Vermilion of the palette of M. Okabe and K. Ito (2008): apart from the blue for the colour blind.
 constexpr Colour FAILED = Rgb(213, 94, 0);
 
 struct Panel {
@@ -146,7 +150,6 @@ struct Cell {
     Range Bars;
 };
 
-constexpr double MARGIN = 36.0;
 constexpr double LEFT = 96.0;
 constexpr double TOP = 74.0;
 constexpr double FOOT = 56.0;        // below the lowest panel: crosses, axis, labels
@@ -204,9 +207,6 @@ private:
         return std::min(static_cast<std::size_t>(std::max(part, 0.0)), seen_.size() - 1);
     }
     void SecondPass(std::istream& table);
-    void Write(double x, double y, const std::string& text, Colour ink, double size,
-               bool bold = false);
-    void WriteRight(double right, double y, const std::string& text, Colour ink, double size);
     void DrawHead();
     void DrawGaps();
     void DrawPanel(std::size_t panel, double top, double high);
@@ -255,14 +255,14 @@ void Picture::SecondPass(std::istream& table) {
 
 std::string Picture::Draw() {
     paper_.SetTitle(title_);
-    canvas_.Clear(PAPER);
+    canvas_.Clear(paper::PAPER);
     DrawHead();
     DrawGaps();
     const auto panels = static_cast<double>(std::max<std::size_t>(shown_.size(), 1));
     const double high = (bottom_ - TOP - BETWEEN * (panels - 1.0)) / panels;
     for (std::size_t s = 0; s < shown_.size(); ++s)
         DrawPanel(s, TOP + static_cast<double>(s) * (high + BETWEEN), high);
-    if (shown_.empty()) Write(LEFT + 8.0, TOP + 8.0, "no results yet", QUIET, 9.0);
+    if (shown_.empty()) Write(canvas_, LEFT + 8.0, TOP + 8.0, "no results yet", QUIET, 9.0);
     DrawCrosses();
     if (axis_ == RunAxis::Number)
         DrawNumbers();
@@ -271,34 +271,20 @@ std::string Picture::Draw() {
     return paper_.Text();
 }
 
-void Picture::Write(double x, double y, const std::string& text, Colour ink, double size,
-                    bool bold) {
-    canvas_.FontSize = size;
-    canvas_.FontBold = bold;
-    canvas_.CurrentX = x;
-    canvas_.CurrentY = y;
-    canvas_.Print(text, ink);
-    canvas_.FontBold = false;
-}
-
-void Picture::WriteRight(double right, double y, const std::string& text, Colour ink, double size) {
-    canvas_.FontSize = size;
-    Write(right - canvas_.TextWidth(text), y, text, ink, size);
-}
-
 void Picture::DrawHead() {
-    Write(MARGIN, 26.0, title_, INK, 14.0, true);
+    Write(canvas_, MARGIN, 26.0, title_, INK, 14.0, true);
     std::string counts = std::to_string(ranges_.Rows) + " files, " +
                          std::to_string(ranges_.Failed) + " without a result";
     if (ranges_.Nowhere > 0)
         counts += "; " + std::to_string(ranges_.Nowhere) + " without a date are not shown";
-    Write(MARGIN, 45.0, counts, QUIET, 8.5);
+    Write(canvas_, MARGIN, 45.0, counts, QUIET, 8.5);
     canvas_.Line(MARGIN, 60.0, right_, 60.0, GRID);
     const double legend = right_ - 190.0;
     canvas_.Box(legend, 46.0, legend + 12.0, 54.0, GAP, true);
-    Write(legend + 16.0, 45.0, axis_ == RunAxis::Number ? "no file" : "long space", QUIET, 7.5);
-    Write(legend + 80.0, 45.0, "x", FAILED, 8.5, true);
-    Write(legend + 90.0, 45.0, "a file without a result", QUIET, 7.5);
+    Write(canvas_, legend + 16.0, 45.0, axis_ == RunAxis::Number ? "no file" : "long space", QUIET,
+          7.5);
+    Write(canvas_, legend + 80.0, 45.0, "x", FAILED, 8.5, true);
+    Write(canvas_, legend + 90.0, 45.0, "a file without a result", QUIET, 7.5);
 }
 
 void Picture::DrawGaps() {
@@ -342,11 +328,11 @@ void Picture::DrawPanel(std::size_t panel, double top, double high) {
     const double step = NiceStep(range.Width(), most);
     for (double tick = std::ceil(range.Low / step) * step; tick <= range.High; tick += step) {
         canvas_.Line(LEFT, yOf(tick), right_, yOf(tick), GRID);
-        WriteRight(LEFT - 5.0, yOf(tick) - 5.0, TickText(tick, step), INK, 8.0);
+        WriteRight(canvas_, LEFT - 5.0, yOf(tick) - 5.0, TickText(tick, step), INK, 8.0);
     }
     canvas_.TextAngle = 90.0;
     canvas_.FontSize = 9.0;
-    Write(MARGIN, top + high / 2.0 + canvas_.TextWidth(PANELS[which].Title) / 2.0,
+    Write(canvas_, MARGIN, top + high / 2.0 + canvas_.TextWidth(PANELS[which].Title) / 2.0,
           PANELS[which].Title, INK, 9.0);
     canvas_.TextAngle = 0.0;
 
@@ -381,14 +367,14 @@ void Picture::DrawCrosses() {
 void Picture::TickAcross(double at, const std::string& text) {
     canvas_.Line(XOf(at), bottom_, XOf(at), bottom_ + 4.0, QUIET);
     canvas_.FontSize = 8.0;
-    Write(XOf(at) - canvas_.TextWidth(text) / 2.0, bottom_ + 12.0, text, INK, 8.0);
+    Write(canvas_, XOf(at) - canvas_.TextWidth(text) / 2.0, bottom_ + 12.0, text, INK, 8.0);
 }
 
 void Picture::DrawNumbers() {
     const double step = std::max(1.0, NiceStep(across_.Width(), 12));
     for (double tick = std::ceil(across_.Low / step) * step; tick <= across_.High; tick += step)
         TickAcross(tick, TickText(tick, 1.0));
-    WriteRight(right_, bottom_ + 26.0, "file number", INK, 9.0);
+    WriteRight(canvas_, right_, bottom_ + 26.0, "file number", INK, 9.0);
 }
 
 void Picture::DrawTimes() {
@@ -417,8 +403,8 @@ void Picture::DrawTimes() {
         TickAcross(tick, text);
         if (dayText != before) {
             canvas_.FontSize = 8.0;
-            Write(XOf(tick) - canvas_.TextWidth(dayText) / 2.0, bottom_ + 23.0, dayText, QUIET,
-                  8.0);
+            Write(canvas_, XOf(tick) - canvas_.TextWidth(dayText) / 2.0, bottom_ + 23.0, dayText,
+                  QUIET, 8.0);
         }
         before = dayText;
     }
