@@ -51,6 +51,7 @@ public:
         page_ = std::make_unique<PrinterSurface>(printer_);
     }
     ~QtPrintJob() override {
+        if (!ended_ && file_.isEmpty()) printer_.abort();  // what was not ended is not wanted
         page_->Finish();
         if (!file_.isEmpty()) QFile::remove(Part());
     }
@@ -58,6 +59,7 @@ public:
     Surface& Page() override { return *page_; }
     bool NextPage() override { return page_->NextPage(); }
     bool End() override {
+        ended_ = true;
         page_->Finish();
         if (printer_.printerState() == QPrinter::Error) return false;
         if (file_.isEmpty()) return true;
@@ -67,6 +69,7 @@ public:
 
 private:
     [[nodiscard]] QString Part() const { return file_ + QStringLiteral(".part"); }
+    bool ended_ = false;
     QString file_;
     QPrinter printer_{QPrinter::HighResolution};
     std::unique_ptr<PrinterSurface> page_;

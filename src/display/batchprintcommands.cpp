@@ -128,23 +128,22 @@ std::string LoadAndFit(const std::string& path, bool fit, std::string& notes) {
 
 /// Puts the row that was read on the next pages of the job; false when the printer failed.
 bool PrintRow(PrintJob& job, Run& run, std::string& reason) {
-    PageData pages;
-    try {
-        pages = MainPage(frmPrint.GetDrawWidth());
-    } catch (const std::exception& trouble) {
-        reason = trouble.what();
-        return true;
-    }
     const auto next = [&] {
         if (run.Pages > 0 && !job.NextPage()) return false;
         ++run.Pages;
         return true;
     };
-    if (!next()) return false;
-    Canvas canvas(job.Page());
-    const bool fine = DrawPages(canvas, Engine(), pages, next);
-    if (fine) ++run.Printed;
-    return fine;
+    try {
+        const PageData pages = MainPage(frmPrint.GetDrawWidth());
+        if (!next()) return false;
+        Canvas canvas(job.Page());
+        const bool fine = DrawPages(canvas, Engine(), pages, next);
+        if (fine) ++run.Printed;
+        return fine;
+    } catch (const std::exception& trouble) {  // a calibration that gives no axis, for one
+        reason = trouble.what();
+        return true;
+    }
 }
 
 void Tell(const std::string& name, const std::string& words) {
@@ -176,6 +175,15 @@ void PrintFiles(PrintJob& job, Run& run) {
         Tell(name, !reason.empty() ? reason : notes.empty() ? "printed" : notes);
     }
 }
+
+/// The view is locked as long as it lives.
+class LockedView {
+public:
+    LockedView() { frmBatchPrint.Running(true); }
+    ~LockedView() { frmBatchPrint.Running(false); }
+    LockedView(const LockedView&) = delete;
+    LockedView& operator=(const LockedView&) = delete;
+};
 
 /// The end of a run, in the status line and, where something was wrong, in a box.
 void TellEnd(const Run& run, bool stopped, const PrintOrder& order) {
@@ -233,10 +241,12 @@ void cmdPrintStart_Click() {
     for (GraphEntry& entry : store.GraphList)
         if (entry.State == 2) entry.State = 1;
     v.txtResult.Text.clear();
-    v.Running(true);
-    PrintFiles(*job, run);
-    const bool stopped = v.Stopping;
-    v.Running(false);
+    bool stopped = false;
+    {
+        const LockedView locked;
+        PrintFiles(*job, run);
+        stopped = v.Stopping;
+    }
     if (run.PrinterTrouble.empty() && run.Pages > 0 && !job->End())
         run.PrinterTrouble = "the printer failed on page " + std::to_string(run.Pages);
     v.ShowFit();
