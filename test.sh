@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and runs all tests. With --long also the slow ones.
-#   1. everything with the window (off-screen)   2. levels 0 to 2 and the batch without Qt, under the
-#   address and undefined-behaviour sanitizers   3. each fuzz target for two seconds
+#   1. levels 0 to 2 and the batch without Qt, under the address and undefined-behaviour sanitizers
+#   2. each fuzz target for two seconds   3. the window (off-screen), and the installed programs
+# --long: fuzzing for 60 s, numerics on threads under the thread sanitizer, and the tests of 1 optimised.
 set -euo pipefail
 cd "$(dirname "$0")"
 source support/install.sh
@@ -48,7 +49,14 @@ if [ $long = 1 ]; then
     run_tests tsan
 fi
 
-step "desktop: everything, the window off-screen"
+if [ $long = 1 ]; then
+    step "headless: the same tests, optimised and without sanitizers"
+    cmake --preset headless >/dev/null
+    cmake --build --preset headless
+    run_tests headless
+fi
+
+step "desktop: the window off-screen, and what is installed"
 cmake --preset desktop >/dev/null
 cmake --build --preset desktop
 run_tests desktop

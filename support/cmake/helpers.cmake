@@ -4,6 +4,9 @@ function(vael_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE vael_flags ${ARG_LIBS} GTest::gtest_main)
+  if(VAEL_SANITIZE)  # what is tested keeps its own optimisation; this halves the time of a build
+    target_compile_options(${name} PRIVATE -O0)
+  endif()
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_compile_definitions(${name} PRIVATE
     VAEL_MEASURED_DATA="${VAEL_MEASURED_DATA}"
