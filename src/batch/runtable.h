@@ -39,8 +39,8 @@ enum class OldTable { Refuse, Replace, GoOn };
 class RunTable {
 public:
     /// GoOn keeps the rows of a table that is there; a last line without its end is cut off, which
-    /// `remark` is told. Faults: FileAccess; Argument where the table is there and is to be refused;
-    /// FileContent where its head is another one, naming the file and the line.
+    /// `remark` is told. Faults: FileAccess; Argument where the table is there and is to be
+    /// refused; FileContent where its head is another one, naming the file and the line.
     RunTable(std::string path, OldTable old, const std::function<void(const std::string&)>& remark);
     ~RunTable();
     RunTable(const RunTable&) = delete;

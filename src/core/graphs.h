@@ -20,8 +20,8 @@ void LoadNew();
 /// Open dialog and a loop over the chosen files; rows always start at 0, and the slots of rows that
 /// it overwrites stay marked as used.
 void FileLoad();
-/// Reads files by their paths as the open dialog does: into window 0 and the rows from 0 on, at most
-/// ten. What was read, and what was not, is told in the status line.
+/// Reads files by their paths as the open dialog does: into window 0 and the rows from 0 on, ten at
+/// most. What was read, and what was not, is told in the status line.
 void OpenNamed(const std::vector<std::string>& paths);
 /// Reads one file into a new slot and makes it a row of a window. `ok` is -1 on success, else 0: no
 /// row is made then, and the slot stays allocated. The reason of a failure goes to the log. Faults:

@@ -256,9 +256,10 @@ std::int16_t CheckNoSave() {
     return FALSE_WORD;
 }
 
-void StartProgram(const std::string& programFolder) {
+void StartProgram(const std::string& programFolder, const std::vector<std::string>& files) {
     OnFault([](View&, const std::string& sentence) { TellStatus(sentence, true); });
     RunEvent(frmVaelAna, [&] { Form_Load(programFolder); });
+    RunEvent(frmVaelAna, [&] { OpenNamed(files); });
 }
 
 void Form_Load(const std::string& programFolder) {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace vael {
 
@@ -29,9 +30,9 @@ void SetDefault();
 /// means that the data may go and the command continues.
 [[nodiscard]] std::int16_t CheckNoSave();
 
-/// Starts the program on its desk: faults go to the status line and the log, and the main view
-/// loads.
-void StartProgram(const std::string& programFolder);
+/// Starts the program on its desk: faults go to the status line and the log, the main view loads,
+/// and the files, if any, are opened (`OpenNamed`).
+void StartProgram(const std::string& programFolder, const std::vector<std::string>& files = {});
 
 /// The main view's load, with the folder that holds the program's files (no closing separator).
 void Form_Load(const std::string& programFolder);

@@ -1,13 +1,10 @@
 // Start of the desktop program: its look, its folder, its main window.
 #include "desktop/start.h"
 
-#include "core/frmvaelana.h"
-#include "core/graphs.h"
 #include "core/params.h"
 #include "desktop/icons.h"
 #include "desktop/look.h"
 #include "desktop/qtdesk.h"
-#include "toolkit/hand.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -105,8 +102,7 @@ std::vector<std::string> FilesOfCall(const QStringList& words) {
 int RunDesktop(QApplication& application, const std::vector<std::string>& files) {
     SetLook(application);
     QtDesk desk;
-    StartProgram(ProgramFolder());
-    RunEvent(frmVaelAna, [&] { OpenNamed(files); });
+    StartProgram(ProgramFolder(), files);
     desk.Show();
     return QApplication::exec();
 }
